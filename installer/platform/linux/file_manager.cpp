@@ -1,0 +1,33 @@
+#include "platform/linux/file_manager.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <climits>
+#include <vector>
+
+#include "platform/linux/file_tree.h"
+
+namespace platform::linux_backend {
+
+bool LinuxFileManager::fileExistsAtPath(const std::string& path) {
+    struct stat status{};
+    return stat(path.c_str(), &status) == 0;
+}
+
+std::string LinuxFileManager::currentDirectoryPath() {
+    std::vector<char> buffer(PATH_MAX);
+    while (getcwd(buffer.data(), buffer.size()) == nullptr) {
+        if (errno != ERANGE) return "/";
+        buffer.resize(buffer.size() * 2);
+    }
+    return buffer.data();
+}
+
+std::optional<Error> LinuxFileManager::removeItem(const FileURL& url) { return removeTree(url.path()); }
+
+std::optional<Error> LinuxFileManager::copyItem(const FileURL& from, const FileURL& to) {
+    return copyTree(from.path(), to.path());
+}
+
+}  // namespace platform::linux_backend

@@ -1,0 +1,19 @@
+// The process's own arguments and identity, from /proc and POSIX.
+#pragma once
+
+#include "platform/process_info.h"
+
+namespace platform::linux_backend {
+
+class LinuxProcessInfo final : public ProcessInfo {
+public:
+    // Read from /proc/self/cmdline, so options a toolkit removed from argv are still there.
+    std::vector<std::string> arguments() override;
+    std::int32_t processIdentifier() override;
+    std::uint32_t effectiveUserId() override;
+};
+
+// Splits the contents of a /proc/<pid>/cmdline file into its NUL-terminated elements.
+std::vector<std::string> splitCommandLine(const std::string& contents);
+
+}  // namespace platform::linux_backend

@@ -1,0 +1,29 @@
+#include "support/command.h"
+
+#include <sys/wait.h>
+
+#include <cstdio>
+
+namespace testing_support {
+
+CommandResult runCommand(const std::string& command) {
+    CommandResult result;
+    FILE* pipe = popen(command.c_str(), "r");
+    if (pipe == nullptr) return result;
+    char buffer[4096];
+    std::size_t count;
+    while ((count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) result.output.append(buffer, count);
+    int status = pclose(pipe);
+    if (status != -1 && WIFEXITED(status)) result.exitStatus = WEXITSTATUS(status);
+    return result;
+}
+
+std::string shellWord(const std::string& text) {
+    std::string out = "'";
+    for (char c : text) out += (c == '\'') ? std::string("'\\''") : std::string(1, c);
+    return out + "'";
+}
+
+std::string buildFolder() { return KELVO_BUILD_FOLDER; }
+
+}  // namespace testing_support

@@ -1,0 +1,13 @@
+// Reading values from property list files (XML or binary) with libplist.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform::linux_backend {
+
+// The text stored under `key` in the top-level dictionary of the property list at `path`; none when
+// the file cannot be read or parsed, is not a dictionary, or has no text under that key.
+std::optional<std::string> propertyListString(const std::string& path, const std::string& key);
+
+}  // namespace platform::linux_backend

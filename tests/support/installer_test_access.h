@@ -1,0 +1,27 @@
+// Reaches the Installer's private operations from tests. The one definition for every test program.
+#pragma once
+
+#include "engine/installer.h"
+
+namespace engine {
+
+struct InstallerTestAccess {
+    static auto runningKelvoProcessIdentifiers(const Installer& installer) {
+        return installer.runningKelvoProcessIdentifiers();
+    }
+    static auto stopRunningInstances(const Installer& installer) { return installer.stopRunningInstances(); }
+    static bool waitForProcessesToExit(const Installer& installer, const ProcessIdentifiers& pids, double timeout) {
+        return installer.waitForProcessesToExit(pids, timeout);
+    }
+    static std::string shellQuoted(const std::string& text) { return Installer::shellQuoted(text); }
+    static std::string privilegedInstallCommand(const std::string& source, const std::string& destination,
+                                                std::uint32_t effectiveUserId) {
+        return Installer::privilegedInstallCommand(source, destination, effectiveUserId);
+    }
+    static auto runPrivilegedInstall(const Installer& installer, const std::string& source,
+                                     const std::string& destination, const platform::Error& plainCopyError) {
+        return installer.runPrivilegedInstall(source, destination, plainCopyError);
+    }
+};
+
+}  // namespace engine

@@ -1,10 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <signal.h>
-#include <algorithm>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <algorithm>
 
 #include "platform/linux/proc_entries.h"
 

@@ -20,7 +20,7 @@ namespace {
 
 // A walker thread creates folders and links while these copy files: on two cores, one reads
 // while another waits for the disk.
-constexpr std::size_t kCopyThreads = 3;
+constexpr std::size_t kCopyThreads = 4;
 // Files queued ahead of the copying threads: enough to keep them busy, little memory.
 constexpr std::size_t kQueuedFiles = 256;
 constexpr std::size_t kCopyBufferSize = 256 * 1024;

@@ -35,6 +35,7 @@ int main(int argc, char** argv) {
         } else if (argument == "--") {
             optionsEnded = true;
         } else if (argument == "--rsrc") {
+            continue;  // extended attributes are always copied
         } else if (argument == "--version" && argc == 2) {
             std::printf("%s\n", platform::linux_backend::kDittoVersionLine);
             return 0;

@@ -8,4 +8,5 @@ source tools/packages.sh
 ensure_packages
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build -j"$(nproc)"
+bash tools/install-ditto.sh build
 echo "The installer application is not built yet: the demo has nothing to run."

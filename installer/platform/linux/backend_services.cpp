@@ -2,6 +2,7 @@
 #include "platform/services.h"
 
 #include "platform/linux/child_processes.h"
+#include "platform/linux/apple_script.h"
 #include "platform/linux/file_manager.h"
 #include "platform/linux/main_bundle.h"
 #include "platform/linux/process_info.h"
@@ -19,6 +20,7 @@ ServiceTable makeBackendServices() {
     static linux_backend::LinuxChildProcesses childProcesses;
     static linux_backend::LinuxProcessSignals processSignals;
     static linux_backend::SystemClock clock;
+    static linux_backend::LinuxAppleScriptRunner appleScript;
     ServiceTable table;
     table.processInfo = &processInfo;
     table.mainBundle = &mainBundle;
@@ -27,6 +29,7 @@ ServiceTable makeBackendServices() {
     table.childProcesses = &childProcesses;
     table.processSignals = &processSignals;
     table.clock = &clock;
+    table.appleScript = &appleScript;
     return table;
 }
 

@@ -1,0 +1,29 @@
+// Alerts on Qt: a QMessageBox, application-modal, whose first button is the default one.
+#pragma once
+
+#include <QMessageBox>
+
+#include <memory>
+
+#include "platform/ui/alert.h"
+
+namespace platform::linux_backend {
+
+class QtAlert final : public ui::Alert {
+public:
+    QtAlert();
+
+    void setMessageText(const std::string& text) override;
+    void setInformativeText(const std::string& text) override;
+    void setAlertStyle(ui::AlertStyle style) override;
+    void addButtonWithTitle(const std::string& title) override;
+    ui::ModalResponse runModal() override;
+
+    QMessageBox& box() { return *box_; }
+
+private:
+    std::unique_ptr<QMessageBox> box_;
+    std::vector<QAbstractButton*> buttons_;
+};
+
+}  // namespace platform::linux_backend

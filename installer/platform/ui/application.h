@@ -20,9 +20,9 @@ enum class ActivationPolicy {
 
 // A delegate's answer to a request to terminate.
 enum class TerminateReply {
-    TerminateCancel,  // the application keeps running
-    TerminateNow,     // the application ends at once
-    TerminateLater,   // the delegate answers later with replyToApplicationShouldTerminate
+    TerminateCancel = 0,  // the application keeps running
+    TerminateNow = 1,     // the application ends at once
+    TerminateLater = 2,   // the delegate answers later with replyToApplicationShouldTerminate
 };
 
 class ApplicationDelegate {

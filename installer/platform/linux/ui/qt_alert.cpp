@@ -16,10 +16,12 @@ QMessageBox::Icon qtIcon(ui::AlertStyle style) {
 
 }  // namespace
 
-QtAlert::QtAlert() : box_(std::make_unique<QMessageBox>()) {
+QtAlert::QtAlert() : box_(new QMessageBox) {
     box_->setWindowModality(Qt::ApplicationModal);
     box_->setIcon(qtIcon(ui::AlertStyle::Warning));
 }
+
+QtAlert::~QtAlert() { delete box_.data(); }
 
 void QtAlert::setMessageText(const std::string& text) { box_->setText(QString::fromStdString(text)); }
 

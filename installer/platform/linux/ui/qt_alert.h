@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMessageBox>
+#include <QPointer>
 
 #include <memory>
 
@@ -12,6 +13,7 @@ namespace platform::linux_backend {
 class QtAlert final : public ui::Alert {
 public:
     QtAlert();
+    ~QtAlert() override;
 
     void setMessageText(const std::string& text) override;
     void setInformativeText(const std::string& text) override;
@@ -22,7 +24,7 @@ public:
     QMessageBox& box() { return *box_; }
 
 private:
-    std::unique_ptr<QMessageBox> box_;
+    QPointer<QMessageBox> box_;
     std::vector<QAbstractButton*> buttons_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
@@ -26,6 +27,14 @@ QApplication& makeQtApplication() {
     auto* application = new QApplication(argc, argv.data());
     application->setQuitOnLastWindowClosed(false);
     return *application;
+}
+
+// Windows and views go with the application: none outlives the event loop into the process's exit,
+// when Qt's own machinery is already being torn down.
+void destroyAllWindows() {
+    QList<QPointer<QWidget>> windows;
+    for (QWidget* widget : QApplication::topLevelWidgets()) windows.append(widget);
+    for (const QPointer<QWidget>& window : windows) delete window.data();
 }
 
 bool anyWindowVisible() {
@@ -58,6 +67,7 @@ void QtApplication::run() {
         if (delegate_ != nullptr) delegate_->applicationDidFinishLaunching();
     });
     QApplication::exec();
+    destroyAllWindows();
 }
 
 void QtApplication::terminate() {

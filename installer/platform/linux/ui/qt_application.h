@@ -2,7 +2,8 @@
 //
 // Windows are closed by the user through their title bar; the application hears of it and, when no
 // window is left, asks its delegate whether to end. Ending quits the Qt event loop, so `run` returns
-// and the program leaves main. The QApplication itself is never destroyed: like the platform's
+// and the program leaves main; every window and view is destroyed then (the objects that wrapped
+// them stay harmless until their owners let go). The QApplication itself is never destroyed: like the platform's
 // shared application it lasts until the process exits, after every window and view.
 #pragma once
 

@@ -83,6 +83,11 @@ QtLabel::QtLabel(const std::string& text) : QtViewOf<ui::Label>(new LineLimitedL
     setStringValue(text);
 }
 
+void QtLabel::setFrame(const ui::Rect& frame) {
+    WidgetView::setFrame(frame);
+    label()->showFittedText();
+}
+
 LineLimitedLabel* QtLabel::label() const { return static_cast<LineLimitedLabel*>(widget()); }
 
 std::string QtLabel::stringValue() const { return label()->fullText().toStdString(); }

@@ -21,12 +21,13 @@ public:
     void setMaximumNumberOfLines(int lines);
     void setLabelFont(const QFont& font);
 
+    // Fits the text to the label's current width; a hidden label gets no resize events.
+    void showFittedText();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    void showFittedText();
-
     QString fullText_;
     ui::LineBreakMode mode_ = ui::LineBreakMode::ByClipping;
     int maximumLines_ = 1;
@@ -35,6 +36,8 @@ private:
 class QtLabel final : public QtViewOf<ui::Label> {
 public:
     explicit QtLabel(const std::string& text);
+
+    void setFrame(const ui::Rect& frame) override;
 
     std::string stringValue() const override;
     void setStringValue(const std::string& text) override;

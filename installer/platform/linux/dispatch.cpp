@@ -20,25 +20,26 @@ int millisecondsUntil(MonotonicClock::time_point deadline) {
 
 }  // namespace
 
-LinuxDispatch::LinuxDispatch() : mainThreadReceiver_(std::make_unique<QObject>()) {
-    if (QCoreApplication* application = QCoreApplication::instance()) {
-        mainThreadReceiver_->moveToThread(application->thread());
-    }
-}
+LinuxDispatch::LinuxDispatch() : receiverBeforeApplication_(std::make_unique<QObject>()) {}
 
 LinuxDispatch::~LinuxDispatch() = default;
 
+QObject* LinuxDispatch::mainThreadReceiver() const {
+    QCoreApplication* application = QCoreApplication::instance();
+    return application != nullptr ? application : receiverBeforeApplication_.get();
+}
+
 void LinuxDispatch::mainAsync(Task task) {
-    // Queued calls to one receiver are delivered in the order they were posted, from any thread.
-    QMetaObject::invokeMethod(mainThreadReceiver_.get(), std::move(task), Qt::QueuedConnection);
+    // Events posted to objects of one thread are delivered in the order they were posted, from any
+    // thread, whichever of that thread's objects receives them.
+    QMetaObject::invokeMethod(mainThreadReceiver(), std::move(task), Qt::QueuedConnection);
 }
 
 void LinuxDispatch::mainAsyncAfter(std::chrono::duration<double> delay, Task task) {
     auto deadline = MonotonicClock::now() +
                     std::chrono::duration_cast<MonotonicClock::duration>(delay);
-    QObject* receiver = mainThreadReceiver_.get();
-    mainAsync([deadline, receiver, task = std::move(task)]() mutable {
-        QTimer::singleShot(millisecondsUntil(deadline), Qt::PreciseTimer, receiver, std::move(task));
+    mainAsync([deadline, task = std::move(task)]() mutable {
+        QTimer::singleShot(millisecondsUntil(deadline), Qt::PreciseTimer, std::move(task));
     });
 }
 

@@ -1,7 +1,8 @@
 // The dispatch queues on Linux.
 //
-// The main queue is the Qt event loop of the main thread: tasks are posted to an object that lives
-// on that thread and run between its events, in the order they were posted, once the loop runs.
+// The main queue is the Qt event loop of the main thread: tasks are posted to the Qt application
+// object (or, before there is one, to an object made on the main thread with this service) and
+// run between its events, in the order they were posted, once the loop runs.
 // Delayed tasks keep a deadline on the monotonic clock, taken when they are submitted, and are
 // timed by the event loop. The global queue starts one background thread per task, as a concurrent
 // queue may. Needs only Qt Core: no window system.
@@ -17,7 +18,7 @@ namespace platform::linux_backend {
 
 class LinuxDispatch final : public Dispatch {
 public:
-    // Must be made on the main thread (the one that runs the event loop).
+    // Made on the main thread (the one that will run the event loop), as the backend's services are.
     LinuxDispatch();
     ~LinuxDispatch() override;
 
@@ -26,7 +27,9 @@ public:
     void globalUserInitiatedAsync(Task task) override;
 
 private:
-    std::unique_ptr<QObject> mainThreadReceiver_;
+    QObject* mainThreadReceiver() const;
+
+    std::unique_ptr<QObject> receiverBeforeApplication_;
 };
 
 }  // namespace platform::linux_backend

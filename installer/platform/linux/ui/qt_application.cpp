@@ -57,7 +57,9 @@ QtApplication::QtApplication() {
     }
 }
 
-void QtApplication::setActivationPolicy(ui::ActivationPolicy policy) { activationPolicy_ = policy; }
+// Every Qt application with windows already shows as an ordinary one; without a Dock there is nothing
+// else a policy could change.
+void QtApplication::setActivationPolicy(ui::ActivationPolicy) {}
 
 void QtApplication::setDelegate(ui::ApplicationDelegate* delegate) { delegate_ = delegate; }
 

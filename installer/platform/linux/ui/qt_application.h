@@ -32,7 +32,6 @@ private:
     void finishTermination();
 
     ui::ApplicationDelegate* delegate_ = nullptr;
-    ui::ActivationPolicy activationPolicy_ = ui::ActivationPolicy::Regular;
     std::shared_ptr<ui::Image> icon_;
     bool terminationPending_ = false;
     bool terminated_ = false;

@@ -23,7 +23,10 @@ QtAlert::QtAlert() : box_(new QMessageBox) {
 
 QtAlert::~QtAlert() { delete box_.data(); }
 
-void QtAlert::setMessageText(const std::string& text) { box_->setText(QString::fromStdString(text)); }
+void QtAlert::setMessageText(const std::string& text) {
+    box_->setText(QString::fromStdString(text));
+    box_->setWindowTitle(QString::fromStdString(text));
+}
 
 void QtAlert::setInformativeText(const std::string& text) {
     box_->setInformativeText(QString::fromStdString(text));

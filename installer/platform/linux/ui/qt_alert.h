@@ -1,4 +1,5 @@
-// Alerts on Qt: a QMessageBox, application-modal, whose first button is the default one.
+// Alerts on Qt: a QMessageBox, application-modal, whose first button is the default one. Window
+// managers here give every window a title bar, so the alert's message text is its title as well.
 #pragma once
 
 #include <QMessageBox>

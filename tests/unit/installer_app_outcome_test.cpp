@@ -74,7 +74,7 @@ TEST(InstallRunEndings, EachOutcomeShowsItsTextStopsTheBarAndEndsAsItShould) {
             EXPECT_TRUE(run.toolkit.application.terminated) << "not ended after the alert";
             EXPECT_LT(run.log.indexOf("alert.runModal"), run.log.indexOf("app.terminate reply=1"));
         }
-        EXPECT_TRUE(run.log.offMainEntries().size() == 2) << "only install and its hand-back run off main";
+        EXPECT_EQ(run.log.offMainEntries().size(), 2u) << "only install and its hand-back run off main";
     }
 }
 

@@ -1,8 +1,9 @@
 // The Linux backend's services, made once and kept for the life of the process.
 #include "platform/services.h"
 
-#include "platform/linux/child_processes.h"
 #include "platform/linux/apple_script.h"
+#include "platform/linux/child_processes.h"
+#include "platform/linux/dispatch.h"
 #include "platform/linux/file_manager.h"
 #include "platform/linux/main_bundle.h"
 #include "platform/linux/process_info.h"
@@ -21,6 +22,7 @@ ServiceTable makeBackendServices() {
     static linux_backend::LinuxProcessSignals processSignals;
     static linux_backend::SystemClock clock;
     static linux_backend::LinuxAppleScriptRunner appleScript;
+    static linux_backend::LinuxDispatch dispatch;
     ServiceTable table;
     table.processInfo = &processInfo;
     table.mainBundle = &mainBundle;
@@ -30,6 +32,7 @@ ServiceTable makeBackendServices() {
     table.processSignals = &processSignals;
     table.clock = &clock;
     table.appleScript = &appleScript;
+    table.dispatch = &dispatch;
     return table;
 }
 

@@ -15,6 +15,7 @@ struct ChildProcessResult {
     std::int32_t terminationStatus = 0;
     std::string standardOutput;  // raw bytes, all of them
     std::string standardError;   // raw bytes, all of them
+    bool endedBySignal = false;  // true when a signal ended it
 };
 
 class ChildProcesses {

@@ -1,18 +1,12 @@
 #include "platform/linux/apple_script.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <string_view>
 #include <vector>
 
 #include "platform/linux/apple_script_source.h"
-#include "platform/linux/error_number_text.h"
-
-extern char** environ;
+#include "platform/linux/child_processes.h"
 
 namespace platform::linux_backend {
 namespace {
@@ -39,55 +33,20 @@ AppleScriptErrorInfo errorInfo(std::string message, std::int64_t number) {
     return {{kAppleScriptErrorMessage, std::move(message)}, {kAppleScriptErrorNumber, number}};
 }
 
-struct Finished {
-    int status = 0;  // as from waitpid
-    std::string standardError;
-};
-
-// Runs `argv` with standard input on /dev/null, standard output discarded and standard error
-// collected. The error number when it could not be started.
-Expected<Finished, int> runCollectingErrors(const std::vector<const char*>& argv) {
-    int pipeEnds[2];
-    if (pipe2(pipeEnds, O_CLOEXEC) != 0) return Expected<Finished, int>::failure(errno);
-    posix_spawn_file_actions_t actions;
-    posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, pipeEnds[1], STDERR_FILENO);
-    pid_t child = 0;
-    int started = posix_spawn(&child, argv[0], &actions, nullptr, const_cast<char* const*>(argv.data()), environ);
-    posix_spawn_file_actions_destroy(&actions);
-    close(pipeEnds[1]);
-    if (started != 0) {
-        close(pipeEnds[0]);
-        return Expected<Finished, int>::failure(started);
-    }
-    Finished finished;
-    char buffer[4096];
-    for (;;) {
-        ssize_t count = read(pipeEnds[0], buffer, sizeof buffer);
-        if (count > 0) finished.standardError.append(buffer, static_cast<std::size_t>(count));
-        if (count == 0 || (count < 0 && errno != EINTR)) break;
-    }
-    close(pipeEnds[0]);
-    while (waitpid(child, &finished.status, 0) < 0 && errno == EINTR) {}
-    return finished;
-}
-
 std::string withoutFinalLineBreak(std::string text) {
     if (!text.empty() && text.back() == '\n') text.pop_back();
     return text;
 }
 
-std::optional<AppleScriptErrorInfo> outcome(const Finished& finished, bool elevated) {
-    if (WIFSIGNALED(finished.status)) {
-        int signal = WTERMSIG(finished.status);
+std::optional<AppleScriptErrorInfo> outcome(const ChildProcessResult& finished, bool elevated) {
+    if (finished.endedBySignal) {
+        int signal = finished.terminationStatus;
         std::string message = finished.standardError.empty()
                                   ? "The command was ended by signal " + std::to_string(signal) + "."
                                   : withoutFinalLineBreak(finished.standardError);
         return errorInfo(message, kSignalNumberBase + signal);
     }
-    int status = WEXITSTATUS(finished.status);
+    int status = finished.terminationStatus;
     if (status == 0) return std::nullopt;
     bool fromElevationTool = finished.standardError.empty() ||
                              std::string_view(finished.standardError).starts_with(kElevationToolMessage);
@@ -110,15 +69,11 @@ public:
 
         bool elevated = script.value().withAdministratorPrivileges && geteuid() != 0;
         if (elevated && access(kElevationTool, X_OK) != 0) return errorInfo(kElevationUnavailable, kGeneralErrorNumber);
-        std::vector<const char*> argv;
-        if (elevated) argv.push_back(kElevationTool);
-        argv.insert(argv.end(), {kShell, "-c", command.c_str(), nullptr});
+        std::vector<std::string> arguments = {"-c", command};
+        if (elevated) arguments.insert(arguments.begin(), kShell);
 
-        auto finished = runCollectingErrors(argv);
-        if (!finished) {
-            return errorInfo(std::string("Could not start ") + argv[0] + ": " + errorNumberText(finished.error()) + ".",
-                             kGeneralErrorNumber);
-        }
+        auto finished = LinuxChildProcesses().run(elevated ? kElevationTool : kShell, arguments);
+        if (!finished) return errorInfo(finished.error().localizedDescription(), kGeneralErrorNumber);
         return outcome(finished.value(), elevated);
     }
 

@@ -116,6 +116,7 @@ Expected<ChildProcessResult, Error> LinuxChildProcesses::run(const std::string& 
     int status = 0;
     while (waitpid(child, &status, 0) < 0 && errno == EINTR) {}
     result.terminationStatus = terminationStatusOf(status);
+    result.endedBySignal = WIFSIGNALED(status);
     return result;
 }
 

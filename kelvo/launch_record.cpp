@@ -3,6 +3,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <time.h>
+
+#include <cstdio>
 #include <cstdlib>
 
 namespace kelvo {
@@ -22,6 +25,16 @@ std::string escaped(const std::string& text) {
     return out;
 }
 
+// Seconds on the monotonic clock, which every process of the machine shares: a test can set the
+// moment Kelvo started against the moment the installer ended.
+std::string monotonicStamp() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    char text[40];
+    std::snprintf(text, sizeof text, "%lld.%06ld", static_cast<long long>(now.tv_sec), now.tv_nsec / 1000);
+    return text;
+}
+
 }  // namespace
 
 std::string launchRecordPath() {
@@ -31,7 +44,8 @@ std::string launchRecordPath() {
 }
 
 void appendLaunchRecord(const std::string& event, const RecordFields& fields) {
-    std::string line = "pid=" + std::to_string(getpid()) + "\tevent=" + escaped(event);
+    std::string line = "pid=" + std::to_string(getpid()) + "\tevent=" + escaped(event) + "\tmonotonic=" +
+                       monotonicStamp();
     for (const auto& [key, value] : fields) line += "\t" + key + "=" + escaped(value);
     line += "\n";
     int file = open(launchRecordPath().c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0644);

@@ -1,0 +1,90 @@
+#include "x_display.h"
+
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+
+#include "support/command.h"
+
+namespace e2e {
+namespace {
+
+constexpr const char* kScreen = "1024x768x24";
+// The file descriptor on which Xvfb reports the display number it chose.
+constexpr int kDisplayReportFd = 3;
+
+std::string fixed(double seconds) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", seconds);
+    return text;
+}
+
+}  // namespace
+
+XDisplay::XDisplay() {
+    int report[2];
+    if (pipe2(report, O_CLOEXEC) != 0) return;
+    server_ = fork();
+    if (server_ == 0) {
+        dup2(report[1], kDisplayReportFd);
+        fcntl(kDisplayReportFd, F_SETFD, 0);
+        int null = open("/dev/null", O_RDWR);
+        dup2(null, 1);
+        dup2(null, 2);
+        execlp("Xvfb", "Xvfb", "-displayfd", std::to_string(kDisplayReportFd).c_str(), "-screen", "0", kScreen, "-nolisten", "tcp", nullptr);
+        _exit(127);
+    }
+    close(report[1]);
+    std::string number;
+    char c;
+    while (read(report[0], &c, 1) == 1 && c != '\n') number += c;
+    close(report[0]);
+    if (server_ > 0 && !number.empty()) name_ = ":" + number;
+}
+
+XDisplay::~XDisplay() {
+    if (server_ <= 0) return;
+    kill(server_, SIGTERM);
+    while (waitpid(server_, nullptr, 0) < 0 && errno == EINTR) {}
+}
+
+std::string XDisplay::run(const std::string& command, int* exitStatus) const {
+    auto result = testing_support::runCommand("DISPLAY=" + name_ + " " + command + " 2>/dev/null");
+    if (exitStatus) *exitStatus = result.exitStatus;
+    return result.output;
+}
+
+std::string XDisplay::waitForWindow(const std::string& title, double timeoutSeconds) const {
+    std::string output = run("timeout " + fixed(timeoutSeconds) + " xdotool search --sync --onlyvisible --name " +
+                             testing_support::shellWord("^" + title + "$") + " | head -n 1");
+    while (!output.empty() && output.back() == '\n') output.pop_back();
+    return output;
+}
+
+std::string XDisplay::visibleWindowTitles() const {
+    return run("xdotool search --onlyvisible --name . getwindowname %@");
+}
+
+bool XDisplay::pressKey(const std::string& window, const std::string& key) const {
+    int status = -1;
+    run("xdotool windowfocus --sync " + window + " key --clearmodifiers " + testing_support::shellWord(key), &status);
+    return status == 0;
+}
+
+bool XDisplay::requestClose(const std::string& window) const {
+    int status = -1;
+    run(testing_support::shellWord(WINDOW_CLOSE_REQUEST) + " " + window, &status);
+    return status == 0;
+}
+
+bool XDisplay::screenshot(const std::string& path) const {
+    int status = -1;
+    run("import -window root " + testing_support::shellWord(path), &status);
+    return status == 0;
+}
+
+}  // namespace e2e

@@ -24,8 +24,8 @@ class InstallerFailure : public InstallerEndToEnd {
 protected:
     // Waits for the alert, checks that it holds the installer until it is answered, presses
     // Return and expects the installer to end at once.
-    void expectAlertDismissedWithReturn(InstallerRun& run, double alertTimeout) {
-        std::string alert = display->waitForWindow(kAlertTitle, alertTimeout);
+    void expectAlertDismissedWithReturn(InstallerRun& run) {
+        std::string alert = windowOf(run, kAlertTitle);
         ASSERT_NE(alert, "") << diagnosis();
         EXPECT_FALSE(run.waitForExit(0.5)) << "the installer ended without waiting for the alert";
         ASSERT_TRUE(display->pressKey(alert, "Return"));
@@ -41,8 +41,8 @@ TEST_F(InstallerFailure, ADamagedInstallerShowsTheAlertAndQuitsOnReturn) {
     std::string image = imageWithoutKelvo(folder);
     ASSERT_NE(image, "");
     InstallerRun run = runFromDiskImage(image, {});
-    EXPECT_NE(display->waitForWindow(kWindowTitle, kWindowTimeout), "") << diagnosis();
-    expectAlertDismissedWithReturn(run, kWindowTimeout);
+    EXPECT_NE(windowOf(run, kWindowTitle), "") << diagnosis();
+    expectAlertDismissedWithReturn(run);
     EXPECT_FALSE(std::filesystem::exists(installed));
     EXPECT_TRUE(readLaunchEvents(record).empty()) << diagnosis();
 }
@@ -51,9 +51,9 @@ TEST_F(InstallerFailure, AKelvoThatCannotBeStoppedShowsTheAlertAndLeavesTheOldCo
     testing_support::writeFile(installed + "/Contents/Info.plist", "the copy already installed");
     leaveAZombieKelvo();
     InstallerRun run = runFromDiskImage(KELVO_DISK_IMAGE, {});
-    EXPECT_NE(display->waitForWindow(kWindowTitle, kWindowTimeout), "") << diagnosis();
+    EXPECT_NE(windowOf(run, kWindowTitle), "") << diagnosis();
     // The installer asks, forces, and gives up after its 2 s and 1 s waits.
-    expectAlertDismissedWithReturn(run, kWindowTimeout);
+    expectAlertDismissedWithReturn(run);
     EXPECT_EQ(testing_support::readFile(installed + "/Contents/Info.plist"), "the copy already installed");
     EXPECT_TRUE(readLaunchEvents(record).empty()) << diagnosis();
 }
@@ -61,7 +61,7 @@ TEST_F(InstallerFailure, AKelvoThatCannotBeStoppedShowsTheAlertAndLeavesTheOldCo
 TEST_F(InstallerFailure, ClosingTheWindowDuringTheInstallQuits) {
     leaveAZombieKelvo();  // keeps the install waiting for it to quit
     InstallerRun run = runFromDiskImage(KELVO_DISK_IMAGE, {});
-    std::string window = display->waitForWindow(kWindowTitle, kWindowTimeout);
+    std::string window = windowOf(run, kWindowTitle);
     ASSERT_NE(window, "") << diagnosis();
     ASSERT_TRUE(display->requestClose(window));
     const double closed = e2e::monotonicNow();

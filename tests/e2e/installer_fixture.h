@@ -96,6 +96,11 @@ protected:
                              "/status && exit 0; sleep 0.05; done; exit 1").exitStatus, 0);
     }
 
+    // The installer's window titled `title`, waiting for it while the installer runs.
+    std::string windowOf(InstallerRun& run, const std::string& title) {
+        return display->waitForWindow(title, kWindowTimeout, [&run] { return !run.waitForExit(0); });
+    }
+
     // What went wrong, for a failure message.
     std::string diagnosis() const {
         return "installer output:\n" + readFile(log) + "launch record:\n" + readFile(record) +

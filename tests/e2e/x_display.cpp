@@ -5,7 +5,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <cstdio>
+#include <chrono>
+#include <thread>
 #include <string>
 
 #include "support/command.h"
@@ -14,14 +15,9 @@ namespace e2e {
 namespace {
 
 constexpr const char* kScreen = "1024x768x24";
+constexpr auto kWindowPollInterval = std::chrono::milliseconds(100);
 // The file descriptor on which Xvfb reports the display number it chose.
 constexpr int kDisplayReportFd = 3;
-
-std::string fixed(double seconds) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.1f", seconds);
-    return text;
-}
 
 }  // namespace
 
@@ -58,11 +54,17 @@ std::string XDisplay::run(const std::string& command, int* exitStatus) const {
     return result.output;
 }
 
-std::string XDisplay::waitForWindow(const std::string& title, double timeoutSeconds) const {
-    std::string output = run("timeout " + fixed(timeoutSeconds) + " xdotool search --sync --onlyvisible --name " +
-                             testing_support::shellWord("^" + title + "$") + " | head -n 1");
-    while (!output.empty() && output.back() == '\n') output.pop_back();
-    return output;
+std::string XDisplay::waitForWindow(const std::string& title, double timeoutSeconds,
+                                    const std::function<bool()>& worthWaiting) const {
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
+    const std::string search =
+        "xdotool search --onlyvisible --name " + testing_support::shellWord("^" + title + "$") + " | head -n 1";
+    for (;;) {
+        std::string output = run(search);
+        while (!output.empty() && output.back() == '\n') output.pop_back();
+        if (!output.empty() || std::chrono::steady_clock::now() >= deadline || !worthWaiting()) return output;
+        std::this_thread::sleep_for(kWindowPollInterval);
+    }
 }
 
 std::string XDisplay::visibleWindowTitles() const {

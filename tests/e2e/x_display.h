@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <functional>
 #include <string>
 
 namespace e2e {
@@ -21,8 +22,10 @@ public:
     const std::string& name() const { return name_; }
 
     // The id of the first visible window whose title is exactly `title`, waiting up to
-    // `timeoutSeconds` for one to be mapped; empty when none appeared.
-    std::string waitForWindow(const std::string& title, double timeoutSeconds) const;
+    // `timeoutSeconds` for one to be mapped, and no longer than `worthWaiting` says; empty when
+    // none appeared.
+    std::string waitForWindow(const std::string& title, double timeoutSeconds,
+                              const std::function<bool()>& worthWaiting = [] { return true; }) const;
 
     // The title of every visible window, one per line.
     std::string visibleWindowTitles() const;

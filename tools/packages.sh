@@ -7,7 +7,7 @@ KELVO_PACKAGES=(
   qt6-base-dev libplist-dev
   procps util-linux
   xvfb xauth x11-apps x11-utils xdotool imagemagick fonts-dejavu-core libx11-dev
-  squashfs-tools rsync
+  squashfs-tools rsync time
 )
 
 # Installs whichever of KELVO_PACKAGES is missing; does nothing (and needs no network) when all

@@ -17,7 +17,11 @@ if [ -z "${KELVO_DEMO_UNDER_REAPER:-}" ]; then
   ensure_packages
   cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
   cmake --build build -j"$(nproc)" --target disk_image subreaper
-  if [ -f tools/install-ditto.sh ]; then bash tools/install-ditto.sh; fi
+  # The project's own /usr/bin/ditto, which the administrator-privileged fallback runs.
+  if [ -f tools/install-ditto.sh ]; then
+    cmake --build build -j"$(nproc)" --target ditto
+    bash tools/install-ditto.sh build
+  fi
   # The Kelvo the installer starts is detached from it; the demo runs under a reaper so that Kelvo,
   # once stopped at the end, does not linger as a zombie.
   exec env KELVO_DEMO_UNDER_REAPER=1 build/tests/support/subreaper bash "$0" "$@"
@@ -29,7 +33,7 @@ bundle=$root/build/packaging/"Install Kelvo.app"
 demo=$root/build/demo
 destination=$demo/Applications
 export KELVO_LAUNCH_RECORD=$demo/launches.log
-rm -rf "$destination" "$KELVO_LAUNCH_RECORD" "$demo/window.png"
+rm -rf "$destination" "$KELVO_LAUNCH_RECORD" "$demo/window.png" "$demo/installer.log"
 mkdir -p "$destination"
 
 xvfb=
@@ -62,10 +66,10 @@ if [ -z "$why_not_mounted" ]; then
     mkdir "/Volumes/$volume"
     mount -o loop,ro "$image" "/Volumes/$volume"
     exec "/Volumes/$volume/Install Kelvo.app/Contents/MacOS/Install Kelvo" "$@"
-  ' sh "$image" "$volume" --dest "$destination" &
+  ' sh "$image" "$volume" --dest "$destination" 2>>"$demo/installer.log" &
 else
   echo "Cannot mount the disk image ($why_not_mounted): opening the installer from the build folder."
-  "$bundle/Contents/MacOS/Install Kelvo" --dest "$destination" &
+  "$bundle/Contents/MacOS/Install Kelvo" --dest "$destination" 2>>"$demo/installer.log" &
 fi
 installer=$!
 
@@ -76,8 +80,8 @@ for _ in $(seq 200); do
   sleep 0.1
 done
 if [ -n "$window" ]; then
-  sleep 0.3  # let the window paint
-  import -window "$window" "$demo/window.png" 2>/dev/null && echo "The installer's window: build/demo/window.png"
+  sleep 0.2  # let the window paint
+  timeout 10 import -window "$window" "$demo/window.png" 2>/dev/null && echo "The installer's window: build/demo/window.png"
 fi
 status=0
 wait "$installer" || status=$?
@@ -97,7 +101,7 @@ else
   echo "Kelvo was installed at build/demo/Applications/Kelvo.app, but it differs from the bundle on the disk image."
 fi
 pid=$(field "$started" pid)
-arguments=$(field "$started" arg | tr '\n' ' ')
+arguments=$(field "$started" arg | sed 's/.*/"&"/' | paste -sd' ')
 echo "Kelvo started (process $pid) as $(field "$started" executable)"
 echo "  with the arguments: ${arguments:-(none)}"
 if [ -z "$why_not_mounted" ]; then

@@ -49,16 +49,18 @@ XDisplay::~XDisplay() {
 }
 
 std::string XDisplay::run(const std::string& command, int* exitStatus) const {
-    auto result = testing_support::runCommand("DISPLAY=" + name_ + " " + command + " 2>/dev/null");
+    auto result = testing_support::runCommand("export DISPLAY=" + name_ + "; { " + command + "; } 2>/dev/null");
     if (exitStatus) *exitStatus = result.exitStatus;
     return result.output;
 }
 
-std::string XDisplay::waitForWindow(const std::string& title, double timeoutSeconds,
+std::string XDisplay::waitForWindow(const std::string& title, WindowKind kind, double timeoutSeconds,
                                     const std::function<bool()>& worthWaiting) const {
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(timeoutSeconds);
-    const std::string search =
-        "xdotool search --onlyvisible --name " + testing_support::shellWord("^" + title + "$") + " | head -n 1";
+    const std::string isDialog = "xprop -id $w _NET_WM_WINDOW_TYPE | grep -q _NET_WM_WINDOW_TYPE_DIALOG";
+    const std::string search = "for w in $(xdotool search --onlyvisible --name " +
+                               testing_support::shellWord("^" + title + "$") + "); do " + isDialog +
+                               (kind == WindowKind::Dialog ? " && " : " || ") + "echo $w; done | head -n 1";
     for (;;) {
         std::string output = run(search);
         while (!output.empty() && output.back() == '\n') output.pop_back();
@@ -85,7 +87,7 @@ bool XDisplay::requestClose(const std::string& window) const {
 
 bool XDisplay::screenshot(const std::string& path) const {
     int status = -1;
-    run("import -window root " + testing_support::shellWord(path), &status);
+    run("timeout 20 import -window root " + testing_support::shellWord(path), &status);
     return status == 0;
 }
 

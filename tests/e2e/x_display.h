@@ -21,10 +21,13 @@ public:
     // ":<n>", for DISPLAY.
     const std::string& name() const { return name_; }
 
-    // The id of the first visible window whose title is exactly `title`, waiting up to
+    // Plain windows, or dialogs such as alerts (by the window type the toolkit gives them).
+    enum class WindowKind { Plain, Dialog };
+
+    // The id of the first visible window of `kind` whose title is exactly `title`, waiting up to
     // `timeoutSeconds` for one to be mapped, and no longer than `worthWaiting` says; empty when
     // none appeared.
-    std::string waitForWindow(const std::string& title, double timeoutSeconds,
+    std::string waitForWindow(const std::string& title, WindowKind kind, double timeoutSeconds,
                               const std::function<bool()>& worthWaiting = [] { return true; }) const;
 
     // The title of every visible window, one per line.

@@ -76,6 +76,8 @@ protected:
                       .exitStatus,
                   0)
             << "a Kelvo is running already; these tests start from none";
+        // The one trace on the machine: an empty /Volumes. Each run mounts a scratch folder over it
+        // in its own mount namespace, so the volume's mount point is never made here.
         std::filesystem::create_directories("/Volumes");
         setenv("KELVO_LAUNCH_RECORD", record.c_str(), 1);
         display = std::make_unique<e2e::XDisplay>();

@@ -6,7 +6,7 @@ KELVO_PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev libplist-dev
   procps util-linux
-  xvfb xauth x11-apps x11-utils xdotool imagemagick fonts-dejavu-core libx11-dev
+  xvfb xauth x11-apps x11-utils xdotool imagemagick fonts-dejavu-core libxcb1-dev libx11-dev
   squashfs-tools rsync time
 )
 

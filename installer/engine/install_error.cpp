@@ -16,6 +16,8 @@ std::string joinedIdentifiers(const std::vector<std::int32_t>& identifiers) {
 
 template <class... Handlers>
 struct Overloaded : Handlers... { using Handlers::operator()...; };
+template <class... Handlers>
+Overloaded(Handlers...) -> Overloaded<Handlers...>;
 
 }  // namespace
 

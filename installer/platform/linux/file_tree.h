@@ -1,4 +1,8 @@
 // Recursive removal and copying of file trees, never following symbolic links.
+//
+// Both are safe to call from any thread and block until done. A failure is an `Error` whose
+// description names the item and the reason ("Could not copy “/a/b” to “/c/b”: No space left on
+// device."); neither is atomic, so a failure may leave part of a tree behind.
 #pragma once
 
 #include <optional>
@@ -8,12 +12,22 @@
 
 namespace platform::linux_backend {
 
-// Removes `path` and everything below it; a symbolic link is removed, not followed. Fails when
-// nothing is at `path`.
+// Removes `path` and everything below it; a symbolic link is removed, not followed. Folders
+// without write or search permission that this user owns are opened up so their contents can
+// go. Fails when nothing is at `path`.
 std::optional<Error> removeTree(const std::string& path);
 
-// Copies the tree at `from` to `to` (which must not exist; its folder must), keeping symbolic links
-// with their exact targets, permissions, modification times, extended attributes and empty folders.
+// Copies the tree at `from` to `to`, which must not exist (its folder must). Keeps symbolic links
+// as links with their exact targets, permission bits (setuid, setgid and sticky included where
+// allowed), access and modification times to the nanosecond, extended attributes of every
+// namespace this user may read and write, empty folders, and the owner when running as root.
+// Never follows a link in the source and never writes through one in the destination: every
+// destination item is newly created. Regular files are copied by a few threads at once.
 std::optional<Error> copyTree(const std::string& from, const std::string& to);
+
+// Like `copyTree`, but `to` may exist: when both are folders, the contents of `from` are merged
+// into `to`, each item already there in the way of a copied one being replaced. (What a copy tool
+// given an existing destination folder does.)
+std::optional<Error> mergeTree(const std::string& from, const std::string& to);
 
 }  // namespace platform::linux_backend

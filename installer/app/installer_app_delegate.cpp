@@ -1,0 +1,20 @@
+#include "installer_app_delegate.h"
+
+namespace installer_app {
+namespace {
+
+constexpr const char* kInitialStatus = "Copying Kelvo to your Applications folder\u2026";
+
+}  // namespace
+
+InstallerAppDelegate::InstallerAppDelegate(EngineOperations engine)
+    : statusLabel_(platform::ui::toolkit().labelWithString(kInitialStatus)),
+      progress_(platform::ui::toolkit().makeProgressIndicator()),
+      installer_(),
+      engine_(std::move(engine)) {}
+
+bool InstallerAppDelegate::applicationShouldTerminateAfterLastWindowClosed(platform::ui::Application&) {
+    return true;
+}
+
+}  // namespace installer_app

@@ -1,0 +1,62 @@
+// The installer application's delegate: it owns the window, the status line, the progress bar and
+// the Installer read from the command line, and runs the one install of the process.
+//
+// Every operation runs on the main thread. The install itself runs on the global background queue
+// with its own copy of the Installer; its outcome comes back through the main queue. The delegate
+// must be made with std::make_shared: pending work items hold it alive.
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "engine/installer.h"
+#include "platform/ui/toolkit.h"
+
+namespace installer_app {
+
+// The two engine operations the delegate calls, replaceable so tests can script their outcomes.
+struct EngineOperations {
+    std::function<platform::Expected<void, engine::InstallError>(const engine::Installer&)> install;
+    std::function<void(const engine::Installer&, engine::Installer::LaunchCompletion)>
+        launchInstalledApp;
+};
+
+// Installer::install and Installer::launchInstalledApp themselves.
+EngineOperations realEngineOperations();
+
+class InstallerAppDelegate final : public platform::ui::ApplicationDelegate,
+                                   public std::enable_shared_from_this<InstallerAppDelegate> {
+public:
+    // Makes the status line and the progress bar and reads the command line into the Installer.
+    explicit InstallerAppDelegate(EngineOperations engine = realEngineOperations());
+
+    // Shows the window, brings the application to the front and starts the install.
+    void applicationDidFinishLaunching() override;
+
+    // Always true: closing the window ends the application.
+    bool applicationShouldTerminateAfterLastWindowClosed(platform::ui::Application&) override;
+
+    // Later while the install runs, so a copy is never cut off half-way; now otherwise.
+    platform::ui::TerminateReply applicationShouldTerminate(platform::ui::Application&) override;
+
+private:
+    void buildWindow();
+    void runInstall();
+    void installDidSucceed();
+    void fail(const platform::LocalizedError& error);
+
+    // Called on the main thread when install() has returned, before its outcome is shown. True
+    // when the application was waiting for this to end and is now ending.
+    bool installDidReturn();
+
+    std::shared_ptr<platform::ui::Window> window_;
+    const std::shared_ptr<platform::ui::Label> statusLabel_;
+    const std::shared_ptr<platform::ui::ProgressIndicator> progress_;
+    const engine::Installer installer_;
+
+    const EngineOperations engine_;
+    bool installRunning_ = false;
+    bool terminationWaitsForInstall_ = false;
+};
+
+}  // namespace installer_app

@@ -1,0 +1,50 @@
+#include <optional>
+
+#include "engine/installer.h"
+#include "platform/services.h"
+
+namespace engine {
+namespace {
+
+constexpr const char* kCompletenessMark = "Contents/Info.plist";
+constexpr const char* kIncompleteCopy = "The copy appeared to succeed but the app is incomplete.";
+
+// Replaces whatever is at `destination` with a copy of `source` using the plain file manager.
+// The error of the step that failed, if one did; after a failed removal no copy is attempted.
+std::optional<platform::Error> plainCopy(const platform::FileURL& source,
+                                         const platform::FileURL& destination) {
+    platform::FileManager& files = platform::fileManager();
+    if (files.fileExistsAtPath(destination.path())) {
+        if (std::optional<platform::Error> removal = files.removeItem(destination)) return removal;
+    }
+    return files.copyItem(source, destination);
+}
+
+// Any item at Contents/Info.plist marks a complete bundle; its contents are not read.
+bool isComplete(const platform::FileURL& destination) {
+    return platform::fileManager().fileExistsAtPath(
+        destination.appendingPathComponent(kCompletenessMark).path());
+}
+
+}  // namespace
+
+platform::Expected<void, InstallError> Installer::install() const {
+    using Result = platform::Expected<void, InstallError>;
+    std::optional<platform::FileURL> source = embeddedAppURL();
+    if (!source) return Result::failure(InstallError::embeddedAppMissing());
+
+    if (Result stopped = stopRunningInstances(); !stopped) return stopped;
+
+    platform::FileURL destination = destinationURL();
+    if (std::optional<platform::Error> plainCopyError = plainCopy(*source, destination)) {
+        if (Result fallback = runPrivilegedInstall(source->path(), destination.path(), *plainCopyError);
+            !fallback) {
+            return fallback;
+        }
+    }
+
+    if (!isComplete(destination)) return Result::failure(InstallError::copyFailed(kIncompleteCopy));
+    return {};
+}
+
+}  // namespace engine

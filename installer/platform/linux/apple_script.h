@@ -1,0 +1,25 @@
+// The AppleScript runner on Linux: runs `do shell script` sources (see apple_script_source.h)
+// with /bin/sh.
+//
+// The command runs as `/bin/sh -c COMMAND`, standard input on /dev/null and standard output
+// discarded (nobody uses a script's result). "with administrator privileges" runs it as root:
+// directly when the installer already is root, otherwise through `pkexec /bin/sh -c COMMAND`,
+// which asks for the administrator password. Without that clause it runs as this user.
+//
+// A script fails when its source is malformed (number -2740 and a sentence saying why), when the
+// command cannot be started, when elevation was refused (-128) or is unavailable, and when the
+// command exits with a non-zero status: the message is then its standard error without the one
+// final line break, and the number its exit status. Execution blocks the calling thread.
+#pragma once
+
+#include "platform/apple_script.h"
+
+namespace platform::linux_backend {
+
+class LinuxAppleScriptRunner final : public AppleScriptRunner {
+public:
+    // None only when `source` is not valid UTF-8; a malformed script is reported by `execute`.
+    std::unique_ptr<AppleScript> scriptWithSource(const std::string& source) override;
+};
+
+}  // namespace platform::linux_backend

@@ -1,0 +1,13 @@
+#include "platform/linux/process_signals.h"
+
+#include <signal.h>
+
+#include <cerrno>
+
+namespace platform::linux_backend {
+
+int LinuxProcessSignals::kill(std::int32_t pid, int signal) {
+    return ::kill(static_cast<pid_t>(pid), signal) == 0 ? 0 : errno;
+}
+
+}  // namespace platform::linux_backend

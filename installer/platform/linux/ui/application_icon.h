@@ -1,0 +1,15 @@
+// Where the application's icon file is: named by CFBundleIconFile in the main bundle's
+// Contents/Info.plist and kept in its resources folder. A bare executable outside any bundle, which
+// has no Info.plist, uses the conventional name "AppIcon" beside it.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace platform::linux_backend {
+
+// The icon file's path; none when the bundle has no resources folder or the file is not there.
+// A name without an extension is taken to be a PNG image ("AppIcon" is "AppIcon.png").
+std::optional<std::string> applicationIconPath();
+
+}  // namespace platform::linux_backend

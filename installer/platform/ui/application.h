@@ -1,0 +1,72 @@
+// The process's application object and the delegate it reports to.
+//
+// There is one application object per process, made by the toolkit on first request on the main
+// thread. It runs the event loop and ends the process. It calls its delegate on the main thread.
+#pragma once
+
+#include <memory>
+
+#include "platform/ui/image.h"
+
+namespace platform::ui {
+
+class Application;
+
+enum class ActivationPolicy {
+    Regular,     // an ordinary application with windows, shown among the running applications
+    Accessory,   // windows but no place among the running applications
+    Prohibited,  // no user interface
+};
+
+// A delegate's answer to a request to terminate.
+enum class TerminateReply {
+    TerminateCancel = 0,  // the application keeps running
+    TerminateNow = 1,     // the application ends at once
+    TerminateLater = 2,   // the delegate answers later with replyToApplicationShouldTerminate
+};
+
+class ApplicationDelegate {
+public:
+    virtual ~ApplicationDelegate() = default;
+
+    // Once, when the event loop has started and the application is ready for windows.
+    virtual void applicationDidFinishLaunching() {}
+
+    // When the user has closed the last window: true ends the application (through terminate).
+    virtual bool applicationShouldTerminateAfterLastWindowClosed(Application&) { return false; }
+
+    // Asked by every terminate before the application ends.
+    virtual TerminateReply applicationShouldTerminate(Application&) {
+        return TerminateReply::TerminateNow;
+    }
+};
+
+class Application {
+public:
+    virtual ~Application() = default;
+
+    virtual void setActivationPolicy(ActivationPolicy policy) = 0;
+
+    // The application does not own its delegate: the caller keeps it alive for the process's life.
+    virtual void setDelegate(ApplicationDelegate* delegate) = 0;
+
+    // Runs the event loop on the main thread; returns only once the application has terminated.
+    virtual void run() = 0;
+
+    // Ends the application once its delegate agrees (see applicationShouldTerminate): windows go
+    // away and `run` returns.
+    virtual void terminate() = 0;
+
+    // Completes a terminate to which the delegate answered TerminateLater: true ends the
+    // application, false keeps it running.
+    virtual void replyToApplicationShouldTerminate(bool shouldTerminate) = 0;
+
+    // Brings the application's windows to the front; with `ignoringOtherApps` also when another
+    // application is active.
+    virtual void activateIgnoringOtherApps(bool ignoringOtherApps) = 0;
+
+    // The application's own icon from its bundle; none when the bundle has none.
+    virtual std::shared_ptr<Image> applicationIconImage() = 0;
+};
+
+}  // namespace platform::ui

@@ -1,0 +1,48 @@
+// A non-editable text line or block, the toolkit's label text field.
+#pragma once
+
+#include <string>
+
+#include "platform/ui/view.h"
+
+namespace platform::ui {
+
+enum class FontWeight { Regular, Medium, Semibold, Bold };
+
+// The system font at a size in points.
+struct Font {
+    double size = 13;
+    FontWeight weight = FontWeight::Regular;
+};
+
+// Named colours that follow the system appearance.
+enum class Color {
+    labelColor,           // primary text
+    secondaryLabelColor,  // text of lesser importance, drawn fainter
+};
+
+enum class TextAlignment { Left, Center, Right, Natural };
+
+enum class LineBreakMode {
+    ByWordWrapping,    // wraps at word boundaries
+    ByTruncatingTail,  // one line, cut with "…" at its end
+    ByClipping,        // one line, cut at the edge
+};
+
+class Label : public View {
+public:
+    // The whole text, also when the label shows only part of it.
+    virtual std::string stringValue() const = 0;
+    virtual void setStringValue(const std::string& text) = 0;
+
+    virtual void setFont(const Font& font) = 0;
+    virtual void setTextColor(Color color) = 0;
+    virtual void setAlignment(TextAlignment alignment) = 0;
+    virtual void setLineBreakMode(LineBreakMode mode) = 0;
+
+    // At most this many lines are shown; the last one shown ends with "…" when text is left over.
+    // 0 means no limit.
+    virtual void setMaximumNumberOfLines(int lines) = 0;
+};
+
+}  // namespace platform::ui

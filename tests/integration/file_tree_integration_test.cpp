@@ -1,0 +1,126 @@
+// The real file manager's copy and removal on real trees, checked against an independent walk.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "platform/linux/file_manager.h"
+#include "platform/linux/file_tree.h"
+#include "support/sample_trees.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+using namespace testing_support;
+using platform::FileURL;
+using platform::linux_backend::copyTree;
+using platform::linux_backend::removeTree;
+
+std::optional<std::string> copyError(const std::string& from, const std::string& to) {
+    platform::linux_backend::LinuxFileManager files;
+    auto error = files.copyItem(FileURL::fileURLWithPath(from), FileURL::fileURLWithPath(to));
+    if (!error) return std::nullopt;
+    return error->localizedDescription();
+}
+
+std::string copyMessage(const std::string& from, const std::string& to, const std::string& reason) {
+    return "Could not copy \u201C" + from + "\u201D to \u201C" + to + "\u201D: " + reason + ".";
+}
+
+TEST(FileTree, CopyKeepsEverythingABundleNeeds) {
+    TempFolder folder;
+    makeSampleBundle(folder / "Kelvo.app", 3 << 20);
+    ASSERT_EQ(copyError(folder / "Kelvo.app", folder / "Copy.app"), std::nullopt);
+    EXPECT_EQ(differences(snapshotTree(folder / "Kelvo.app"), snapshotTree(folder / "Copy.app")), "");
+}
+
+TEST(FileTree, CopyOfASingleFileAndOfALink) {
+    TempFolder folder;
+    writeFile(folder / "file", "contents", 0640);
+    symlink("no/such/target", (folder / "link").c_str());
+    ASSERT_EQ(copyError(folder / "file", folder / "file copy"), std::nullopt);
+    ASSERT_EQ(copyError(folder / "link", folder / "link copy"), std::nullopt);
+    EXPECT_EQ(readFile(folder / "file copy"), "contents");
+    EXPECT_EQ(std::filesystem::read_symlink(folder / "link copy"), "no/such/target");
+}
+
+TEST(FileTree, CopyFailuresNameTheItemAndTheReason) {
+    TempFolder folder;
+    writeFile(folder / "Kelvo.app/Contents/Info.plist", "x");
+    writeFile(folder / "plain file", "x");
+    std::filesystem::create_directories(folder / "existing/Kelvo.app");
+    const struct {
+        const char* name;
+        std::string from;
+        std::string to;
+        std::string failingFrom;
+        std::string failingTo;
+        std::string reason;
+    } rows[] = {
+        {"missing source", folder / "Nothing.app", folder / "to", folder / "Nothing.app", folder / "to",
+         "No such file or directory"},
+        {"missing destination folder", folder / "Kelvo.app", folder / "absent/Kelvo.app", folder / "Kelvo.app",
+         folder / "absent/Kelvo.app", "No such file or directory"},
+        {"destination folder is a file", folder / "Kelvo.app", folder / "plain file/Kelvo.app", folder / "Kelvo.app",
+         folder / "plain file/Kelvo.app", "Not a directory"},
+        {"destination exists", folder / "Kelvo.app", folder / "existing/Kelvo.app", folder / "Kelvo.app",
+         folder / "existing/Kelvo.app", "File exists"},
+        {"name too long", folder / "Kelvo.app", folder / std::string(300, 'n'), folder / "Kelvo.app",
+         folder / std::string(300, 'n'), "File name too long"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(copyError(row.from, row.to), copyMessage(row.failingFrom, row.failingTo, row.reason)) << row.name;
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "existing/Kelvo.app")) << "nothing written into what was there";
+}
+
+TEST(FileTree, CopyNeverWritesThroughALinkAtTheDestination) {
+    TempFolder folder;
+    writeFile(folder / "Kelvo.app/Contents/Info.plist", "new");
+    std::filesystem::create_directories(folder / "elsewhere");
+    symlink((folder / "elsewhere").c_str(), (folder / "dest").c_str());
+    EXPECT_EQ(copyError(folder / "Kelvo.app", folder / "dest"), copyMessage(folder / "Kelvo.app", folder / "dest", "File exists"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder / "elsewhere"));
+}
+
+TEST(FileTree, CopyOfAnUnreadableFileFailsWithItsName) {
+    if (geteuid() == 0) GTEST_SKIP() << "root reads every file; this needs an ordinary user";
+    TempFolder folder;
+    writeFile(folder / "Kelvo.app/secret", "x", 0000);
+    EXPECT_EQ(copyError(folder / "Kelvo.app", folder / "Copy.app"),
+              copyMessage(folder / "Kelvo.app/secret", folder / "Copy.app/secret", "Permission denied"));
+}
+
+TEST(FileTree, RemovalTakesReadOnlyFoldersAndNeverFollowsLinks) {
+    TempFolder folder;
+    makeSampleBundle(folder / "Kelvo.app", 1024);
+    writeFile(folder / "outside/keep.txt", "keep");
+    symlink((folder / "outside").c_str(), (folder / "Kelvo.app/Contents/Outside").c_str());
+    writeFile(folder / "Kelvo.app/Contents/Sealed/deep/file", "x");
+    chmod((folder / "Kelvo.app/Contents/Sealed/deep").c_str(), 0);
+    chmod((folder / "Kelvo.app/Contents/Sealed").c_str(), 0500);
+
+    platform::linux_backend::LinuxFileManager files;
+    EXPECT_EQ(files.removeItem(FileURL::fileURLWithPath(folder / "Kelvo.app")), std::nullopt);
+    EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(folder / "Kelvo.app")));
+    EXPECT_EQ(readFile(folder / "outside/keep.txt"), "keep");
+}
+
+TEST(FileTree, RemovalOfALinkRemovesOnlyTheLink) {
+    TempFolder folder;
+    writeFile(folder / "target/file", "x");
+    symlink((folder / "target").c_str(), (folder / "link").c_str());
+    EXPECT_EQ(removeTree(folder / "link"), std::nullopt);
+    EXPECT_EQ(readFile(folder / "target/file"), "x");
+}
+
+TEST(FileTree, RemovalOfNothingFailsWithTheName) {
+    TempFolder folder;
+    auto error = removeTree(folder / "absent");
+    ASSERT_TRUE(error);
+    EXPECT_EQ(error->localizedDescription(),
+              "Could not remove \u201C" + (folder / "absent") + "\u201D: No such file or directory.");
+}
+
+}  // namespace

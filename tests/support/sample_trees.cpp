@@ -1,0 +1,131 @@
+#include "support/sample_trees.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+#include <vector>
+
+#include "support/temp_folder.h"
+
+namespace testing_support {
+namespace {
+
+namespace fs = std::filesystem;
+
+void check(bool ok, const std::string& what) {
+    if (!ok) throw std::runtime_error("making the sample tree: " + what);
+}
+
+void link(const std::string& target, const std::string& path) {
+    check(symlink(target.c_str(), path.c_str()) == 0, "symlink " + path);
+}
+
+void attribute(const std::string& path, const std::string& name, const std::string& value) {
+    check(lsetxattr(path.c_str(), name.c_str(), value.data(), value.size(), 0) == 0, "xattr " + path);
+}
+
+// Distinct times for every item, set deepest first so that folders keep theirs.
+void stampTimes(const std::string& root) {
+    std::vector<fs::path> items{root};
+    for (const auto& entry : fs::recursive_directory_iterator(root)) items.push_back(entry.path());
+    long nanoseconds = 123456789;
+    for (auto item = items.rbegin(); item != items.rend(); ++item) {
+        nanoseconds += 1000003;
+        const struct timespec times[2] = {{1000000000, nanoseconds % 1000000000},
+                                          {1200000000 + nanoseconds / 1000, nanoseconds % 1000000000}};
+        check(utimensat(AT_FDCWD, item->c_str(), times, AT_SYMLINK_NOFOLLOW) == 0, "times " + item->string());
+    }
+}
+
+std::string digest(const std::string& path) {
+    return std::to_string(std::hash<std::string>{}(readFile(path)));
+}
+
+std::string attributes(const std::string& path) {
+    std::vector<char> names(65536);
+    ssize_t size = llistxattr(path.c_str(), names.data(), names.size());
+    std::map<std::string, std::string> found;
+    for (ssize_t at = 0; at < size;) {
+        std::string name(names.data() + at);
+        at += static_cast<ssize_t>(name.size()) + 1;
+        std::vector<char> value(65536);
+        ssize_t length = lgetxattr(path.c_str(), name.c_str(), value.data(), value.size());
+        found[name] = length < 0 ? "?" : std::string(value.data(), static_cast<std::size_t>(length));
+    }
+    std::string text;
+    for (const auto& [name, value] : found) text += " " + name + "=" + value;
+    return text;
+}
+
+std::string describe(const std::string& path) {
+    struct stat status{};
+    if (lstat(path.c_str(), &status) != 0) return "unreadable";
+    std::string text = S_ISDIR(status.st_mode) ? "folder" : S_ISLNK(status.st_mode) ? "link" : "file";
+    if (S_ISLNK(status.st_mode)) text += " -> " + fs::read_symlink(path).string();
+    if (!S_ISLNK(status.st_mode)) text += " mode " + std::to_string(status.st_mode & 07777);
+    text += " owner " + std::to_string(status.st_uid) + ":" + std::to_string(status.st_gid);
+    if (S_ISREG(status.st_mode)) text += " size " + std::to_string(status.st_size) + " digest " + digest(path);
+    text += " mtime " + std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec);
+    return text + attributes(path);
+}
+
+}  // namespace
+
+void makeSampleBundle(const std::string& path, std::size_t largeFileSize) {
+    const std::string contents = path + "/Contents";
+    const std::string framework = contents + "/Frameworks/Kelvo Core.framework";
+    writeFile(contents + "/Info.plist", "<plist><dict/></plist>\n");
+    writeFile(contents + "/MacOS/Kelvo", "#!/bin/sh\nexit 0\n", 0755);
+    writeFile(framework + "/Versions/A/Kelvo Core", std::string(4096, 'k'), 0755);
+    writeFile(framework + "/Versions/A/Resources/Info.plist", "<plist/>\n");
+    link("A", framework + "/Versions/Current");
+    link("Versions/Current/Kelvo Core", framework + "/Kelvo Core");
+    link("Versions/Current/Resources", framework + "/Resources");
+    link("../Missing/Nowhere", contents + "/Dangling");
+    link("/etc/hostname", contents + "/Absolute");
+    fs::create_directories(contents + "/Resources/Empty Folder");
+    writeFile(contents + "/Resources/K\u00e9lvo 'quoted' \"double\" $x `y`.txt", "awkward\n");
+    writeFile(contents + "/Resources/Large.bin", std::string(largeFileSize, '\x5a'));
+    writeFile(contents + "/Resources/Locked/Inside.txt", "read-only folder\n", 0444);
+    writeFile(contents + "/_CodeSignature/CodeResources", "<plist/>\n", 0600);
+    attribute(contents + "/MacOS/Kelvo", "user.com.apple.quarantine", "0083;5f1;Kelvo;");
+    attribute(contents + "/Resources", "user.com.apple.FinderInfo", std::string(32, '\0'));
+    attribute(contents + "/Info.plist", "user.kelvo.binary", std::string("\x00\x01\xff", 3));
+    if (geteuid() == 0) {
+        writeFile(contents + "/MacOS/Helper", "#!/bin/sh\n", 0755);
+        check(chown((contents + "/MacOS/Helper").c_str(), 1234, 5678) == 0, "chown");
+        check(chmod((contents + "/MacOS/Helper").c_str(), 04755) == 0, "setuid");
+        attribute(framework + "/Resources", "trusted.kelvo.link", "on a link");
+    }
+    check(chmod((contents + "/Resources/Locked").c_str(), 0555) == 0, "read-only folder");
+    check(chmod((contents + "/Resources/Empty Folder").c_str(), 01777) == 0, "sticky folder");
+    stampTimes(path);
+}
+
+TreeSnapshot snapshotTree(const std::string& root) {
+    TreeSnapshot snapshot{{".", describe(root)}};
+    for (const auto& entry : fs::recursive_directory_iterator(root)) {
+        snapshot[entry.path().lexically_relative(root).string()] = describe(entry.path());
+    }
+    return snapshot;
+}
+
+std::string differences(const TreeSnapshot& expected, const TreeSnapshot& actual) {
+    std::string lines;
+    for (const auto& [path, description] : expected) {
+        auto found = actual.find(path);
+        if (found == actual.end()) lines += "missing: " + path + "\n";
+        else if (found->second != description) lines += path + ": expected " + description + ", got " + found->second + "\n";
+    }
+    for (const auto& [path, description] : actual) {
+        if (!expected.count(path)) lines += "extra: " + path + "\n";
+    }
+    return lines;
+}
+
+}  // namespace testing_support

@@ -1,0 +1,26 @@
+// Trees for copy tests: a sample app bundle with everything a copy must keep, and an independent
+// description of a tree to compare copies with.
+#pragma once
+
+#include <map>
+#include <string>
+
+namespace testing_support {
+
+// Makes an app bundle at `path` (which must not exist): Contents/Info.plist, an executable, a
+// framework with Versions/Current and its top-level links, a dangling and an absolute link, an
+// empty folder, a read-only folder, extended attributes on files and folders, a setuid file and
+// a file of another owner (when root), a file of `largeFileSize` bytes, awkward names, and
+// times to the nanosecond on every item.
+void makeSampleBundle(const std::string& path, std::size_t largeFileSize = 1 << 20);
+
+// Every item below `root` (the root itself as "."), by relative path, described by kind, link
+// target, permission bits, owner, size, contents digest, extended attributes and modification
+// time. Made with std::filesystem and l* system calls, never with the code under test.
+using TreeSnapshot = std::map<std::string, std::string>;
+TreeSnapshot snapshotTree(const std::string& root);
+
+// "" when equal; otherwise one line per differing item.
+std::string differences(const TreeSnapshot& expected, const TreeSnapshot& actual);
+
+}  // namespace testing_support

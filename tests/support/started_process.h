@@ -1,0 +1,48 @@
+// A real child process started by a test and reaped the moment it exits, the way a program's own
+// parent would reap it: so a copy of Kelvo that quits does not linger as a zombie that pgrep and
+// kill(pid, 0) still see.
+//
+// The destructor kills the process if it still runs and always reaps it.
+#pragma once
+
+#include <sys/types.h>
+
+#include <atomic>
+#include <chrono>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace testing_support {
+
+class StartedProcess {
+public:
+    // Starts `program` with `arguments` (after the program itself), standard output and error
+    // on /dev/null. `pid()` is 0 when it could not be started.
+    StartedProcess(const std::string& program, const std::vector<std::string>& arguments);
+    ~StartedProcess();
+    StartedProcess(const StartedProcess&) = delete;
+    StartedProcess& operator=(const StartedProcess&) = delete;
+
+    pid_t pid() const { return pid_; }
+    bool hasExited() const { return exited_.load(); }
+    // Waits up to `timeout` for the process to exit and be reaped; true when it has.
+    bool waitForExit(std::chrono::duration<double> timeout) const;
+    // The raw wait status once it has exited.
+    std::optional<int> waitStatus() const;
+
+private:
+    pid_t pid_ = 0;
+    std::atomic<bool> exited_{false};
+    std::atomic<int> status_{0};
+    std::thread reaper_;
+};
+
+// The path of the stand-in Kelvo's executable inside the built Kelvo.app.
+std::string standInKelvoExecutable();
+
+// Identifiers of the processes named exactly Kelvo, by the real pgrep; empty on any failure.
+std::vector<pid_t> pgrepKelvo();
+
+}  // namespace testing_support

@@ -6,8 +6,8 @@ KELVO_PACKAGES=(
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev libplist-dev
   procps util-linux
-  xvfb xauth x11-apps xdotool imagemagick fonts-dejavu-core libxcb1-dev
-  squashfs-tools rsync
+  xvfb xauth x11-apps x11-utils xdotool imagemagick fonts-dejavu-core libxcb1-dev libx11-dev
+  squashfs-tools rsync time
 )
 
 # Installs whichever of KELVO_PACKAGES is missing; does nothing (and needs no network) when all

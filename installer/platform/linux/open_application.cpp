@@ -39,6 +39,9 @@ std::optional<int> startDetached(const std::string& executable, const std::vecto
     if (child == 0) {
         setsid();
         if (fork() != 0) _exit(0);
+        // Opened applications start in "/", as they do on macOS: the installer's own working
+        // folder may lie on the very volume the app is asked to eject.
+        (void)!chdir("/");
         int null = open("/dev/null", O_RDWR);
         if (null >= 0) {
             dup2(null, 0);

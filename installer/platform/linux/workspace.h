@@ -16,7 +16,7 @@ public:
 
     // Starts "<bundle>/Contents/MacOS/<CFBundleExecutable>" with the configured arguments in a
     // session of its own, as a grandchild that is never the installer's child (so it is never the
-    // installer's zombie), standard streams on /dev/null. `activates` has no counterpart without a
+    // installer's zombie), working folder "/", standard streams on /dev/null. `activates` has no counterpart without a
     // window server that brings processes forward, and is not acted on. `completion` runs on a
     // background thread once the program has been started, or with why it could not be.
     void openApplication(const FileURL& url, const OpenConfiguration& configuration,

@@ -5,7 +5,7 @@ KELVO_PACKAGES=(
   build-essential cmake pkg-config
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev libplist-dev
-  procps util-linux
+  procps util-linux mount
   xvfb xauth x11-apps x11-utils xdotool imagemagick fonts-dejavu-core libxcb1-dev libx11-dev
   squashfs-tools rsync time
 )

@@ -13,15 +13,8 @@ cd "$(dirname "$0")/.."
 root=$PWD
 
 if [ -z "${KELVO_DEMO_UNDER_REAPER:-}" ]; then
-  source tools/packages.sh
-  ensure_packages
-  cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-  cmake --build build -j"$(nproc)" --target disk_image subreaper
-  # The project's own /usr/bin/ditto, which the administrator-privileged fallback runs.
-  if [ -f tools/install-ditto.sh ]; then
-    cmake --build build -j"$(nproc)" --target ditto
-    bash tools/install-ditto.sh build
-  fi
+  source tools/setup.sh
+  prepare_build disk_image subreaper
   # The Kelvo the installer starts is detached from it; the demo runs under a reaper so that Kelvo,
   # once stopped at the end, does not linger as a zombie.
   exec env KELVO_DEMO_UNDER_REAPER=1 build/tests/support/subreaper bash "$0" "$@"

@@ -3,12 +3,9 @@
 #   bash tools/test.sh
 set -euo pipefail
 cd "$(dirname "$0")/.."
-source tools/packages.sh
+source tools/setup.sh
 
-ensure_packages
-cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
-cmake --build build -j"$(nproc)"
-bash tools/install-ditto.sh build
+prepare_build
 # Tests run under a subreaper: orphans they leave behind are reaped instead of lingering as
 # zombies that pgrep would still list as running Kelvo copies.
 build/tests/support/subreaper ctest --test-dir build -j2 --output-on-failure

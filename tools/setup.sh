@@ -1,5 +1,5 @@
-# The Debian packages the build, the tests and the demo need, and how to get them.
-# Sourced by tools/test.sh and tools/demo.sh.
+# What the test command and the demo share: the Debian packages they need, and the build.
+# Sourced by tools/test.sh and tools/demo.sh, from the repository's top folder.
 
 KELVO_PACKAGES=(
   build-essential cmake pkg-config
@@ -28,4 +28,17 @@ ensure_packages() {
   export DEBIAN_FRONTEND=noninteractive
   apt-get update -qq
   apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# Installs missing packages, configures and builds TARGETS (everything when none is named) in
+# build/, and puts the project's ditto at /usr/bin/ditto, which the privileged fallback runs.
+prepare_build() {
+  ensure_packages
+  cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+  if [ "$#" -gt 0 ]; then
+    cmake --build build -j"$(nproc)" --target "$@" ditto
+  else
+    cmake --build build -j"$(nproc)"
+  fi
+  bash tools/install-ditto.sh build
 }

@@ -8,9 +8,12 @@
 #include <filesystem>
 
 #include "engine/installer.h"
+#include "platform/linux/file_manager.h"
+#include "platform/services.h"
 #include "support/installer_test_access.h"
 #include "support/privileged_install_machine.h"
 #include "support/sample_trees.h"
+#include "support/scripted_main_bundle.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -82,6 +85,36 @@ TEST_F(PrivilegedInstall, AKelvoThatCannotBeStoppedLeavesTheOldBundleAlone) {
     waitpid(zombie, nullptr, 0);
     EXPECT_EQ(message, kCopyLead + "Kelvo is still running. Quit it and try again.");
     EXPECT_EQ(readFile(folder / "Apps/Kelvo.app/Contents/Info.plist"), "old");
+}
+
+// The real file manager, except that its plain copy fails, as it does on a disk the user may not
+// write to.
+class FileManagerWhoseCopyFails final : public platform::FileManager {
+public:
+    bool fileExistsAtPath(const std::string& path) override { return real_.fileExistsAtPath(path); }
+    std::string currentDirectoryPath() override { return real_.currentDirectoryPath(); }
+    std::optional<platform::Error> removeItem(const platform::FileURL& url) override { return real_.removeItem(url); }
+    std::optional<platform::Error> copyItem(const platform::FileURL&, const platform::FileURL&) override {
+        return platform::Error("You don\u2019t have permission to save the file.");
+    }
+
+private:
+    platform::linux_backend::LinuxFileManager real_;
+};
+
+TEST_F(PrivilegedInstall, WholeInstallFallsBackWhenThePlainCopyFails) {
+    TempFolder folder;
+    makeSampleBundle(folder / "Setup/Kelvo.app", 4096);
+    writeFile(folder / "Apps/Kelvo.app/Contents/Old.txt", "old");
+    ScriptedMainBundle bundle;
+    bundle.bundle = folder / "Setup";
+    bundle.resources = folder / "Setup";
+    FileManagerWhoseCopyFails files;
+    platform::ScopedServices scope({.mainBundle = &bundle, .fileManager = &files});
+
+    auto result = engine::Installer({"x", "--dest", folder / "Apps"}).install();
+    ASSERT_TRUE(result) << result.error().localizedDescription();
+    EXPECT_EQ(differences(snapshotTree(folder / "Setup/Kelvo.app"), snapshotTree(folder / "Apps/Kelvo.app")), "");
 }
 
 }  // namespace

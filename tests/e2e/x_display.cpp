@@ -1,10 +1,5 @@
 #include "x_display.h"
 
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <chrono>
 #include <thread>
 #include <string>
@@ -14,42 +9,12 @@
 namespace e2e {
 namespace {
 
-constexpr const char* kScreen = "1024x768x24";
 constexpr auto kWindowPollInterval = std::chrono::milliseconds(100);
-// The file descriptor on which Xvfb reports the display number it chose.
-constexpr int kDisplayReportFd = 3;
 
 }  // namespace
 
-XDisplay::XDisplay() {
-    int report[2];
-    if (pipe2(report, O_CLOEXEC) != 0) return;
-    server_ = fork();
-    if (server_ == 0) {
-        dup2(report[1], kDisplayReportFd);
-        fcntl(kDisplayReportFd, F_SETFD, 0);
-        int null = open("/dev/null", O_RDWR);
-        dup2(null, 1);
-        dup2(null, 2);
-        execlp("Xvfb", "Xvfb", "-displayfd", std::to_string(kDisplayReportFd).c_str(), "-screen", "0", kScreen, "-nolisten", "tcp", nullptr);
-        _exit(127);
-    }
-    close(report[1]);
-    std::string number;
-    char c;
-    while (read(report[0], &c, 1) == 1 && c != '\n') number += c;
-    close(report[0]);
-    if (server_ > 0 && !number.empty()) name_ = ":" + number;
-}
-
-XDisplay::~XDisplay() {
-    if (server_ <= 0) return;
-    kill(server_, SIGTERM);
-    while (waitpid(server_, nullptr, 0) < 0 && errno == EINTR) {}
-}
-
 std::string XDisplay::run(const std::string& command, int* exitStatus) const {
-    auto result = testing_support::runCommand("export DISPLAY=" + name_ + "; { " + command + "; } 2>/dev/null");
+    auto result = testing_support::runCommand("export DISPLAY=" + name() + "; { " + command + "; } 2>/dev/null");
     if (exitStatus) *exitStatus = result.exitStatus;
     return result.output;
 }

@@ -1,25 +1,20 @@
 // A private X display for one test (an Xvfb server), and what a user does with windows on it.
 #pragma once
 
-#include <sys/types.h>
-
 #include <functional>
 #include <string>
+
+#include "support/virtual_display.h"
 
 namespace e2e {
 
 class XDisplay {
 public:
-    // Starts Xvfb on a free display number. `started()` tells whether it came up.
-    XDisplay();
-    // Stops the server and reaps it.
-    ~XDisplay();
-    XDisplay(const XDisplay&) = delete;
-    XDisplay& operator=(const XDisplay&) = delete;
-
-    bool started() const { return !name_.empty(); }
+    // Starts Xvfb on a free display number (stopped and reaped with this object). `started()`
+    // tells whether it came up.
+    bool started() const { return server_.started(); }
     // ":<n>", for DISPLAY.
-    const std::string& name() const { return name_; }
+    const std::string& name() const { return server_.name(); }
 
     // Plain windows, or dialogs such as alerts (by the window type the toolkit gives them).
     enum class WindowKind { Plain, Dialog };
@@ -45,8 +40,7 @@ public:
 private:
     std::string run(const std::string& command, int* exitStatus = nullptr) const;
 
-    pid_t server_ = -1;
-    std::string name_;
+    testing_support::VirtualDisplay server_;
 };
 
 }  // namespace e2e

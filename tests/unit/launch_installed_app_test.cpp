@@ -78,81 +78,47 @@ protected:
     }
 };
 
-TEST_F(LaunchInstalledApp, CommandLineNamesTheVolumeOnlyWhenRunFromOne) {
+TEST_F(LaunchInstalledApp, OpensTheInstalledCopyWithTheVolumeToEjectWhenRunFromOne) {
+    const std::vector<std::string> eject = {"--eject-installer-volume", "/Volumes/Setup Disk"};
     const struct {
+        const char* name;
         std::string bundlePath;
-        std::optional<std::vector<std::string>> arguments;
+        std::vector<std::string> arguments;
+        std::string opened;
+        std::optional<std::vector<std::string>> command;
     } rows[] = {
-        {"/Volumes/Setup/Install.app", std::vector<std::string>{"--eject-installer-volume", "/Volumes/Setup"}},
-        {"/Volumes/Setup Disk/Extras/Install Kelvo.app",
-         std::vector<std::string>{"--eject-installer-volume", "/Volumes/Setup Disk"}},
-        {"/Users/someone/Downloads/Install Kelvo.app", std::nullopt},
-        {"/volumes/Setup/Install.app", std::nullopt},
-        {"/Volumes/", std::nullopt},
+        {"from a volume", "/Volumes/Setup Disk/Extras/Install Kelvo.app", {"x"}, "/Applications/Kelvo.app", eject},
+        {"from a local folder", "/Users/someone/Install Kelvo.app", {"x"}, "/Applications/Kelvo.app", std::nullopt},
+        {"given destination", "/Volumes/Setup Disk/Install Kelvo.app", {"x", "--dest", "/srv/a b/"},
+         "/srv/a b/Kelvo.app", eject},
+        {"launching switched off still opens", "/Volumes/Setup Disk/Install Kelvo.app", {"x", "--no-launch"},
+         "/Applications/Kelvo.app", eject},
     };
     for (const auto& row : rows) {
         workspace.requests.clear();
         bundle.bundle = row.bundlePath;
-        engine::Installer({"x"}).launchInstalledApp([](std::optional<platform::Error>) {});
-        ASSERT_EQ(workspace.requests.size(), 1u) << row.bundlePath;
-        EXPECT_EQ(workspace.requests[0].configuration.arguments, row.arguments) << row.bundlePath;
-        EXPECT_TRUE(workspace.requests[0].configuration.activates) << row.bundlePath;
-        EXPECT_EQ(workspace.requests[0].url.path(), "/Applications/Kelvo.app") << row.bundlePath;
-    }
-}
-
-TEST_F(LaunchInstalledApp, OpensTheCopyInTheGivenDestination) {
-    const struct {
-        std::vector<std::string> arguments;
-        std::string opened;
-    } rows[] = {
-        {{"x", "--dest", "/Users/someone/Applications"}, "/Users/someone/Applications/Kelvo.app"},
-        {{"x", "--dest", "/opt/apps/"}, "/opt/apps/Kelvo.app"},
-        {{"x", "--no-launch", "--dest", "/srv/a b"}, "/srv/a b/Kelvo.app"},
-    };
-    for (const auto& row : rows) {
-        workspace.requests.clear();
         engine::Installer(row.arguments).launchInstalledApp([](std::optional<platform::Error>) {});
-        ASSERT_EQ(workspace.requests.size(), 1u) << row.opened;
-        EXPECT_EQ(workspace.requests[0].url.path(), row.opened);
+        ASSERT_EQ(workspace.requests.size(), 1u) << row.name;
+        EXPECT_EQ(workspace.requests[0].url.path(), row.opened) << row.name;
+        EXPECT_EQ(workspace.requests[0].configuration.arguments, row.command) << row.name;
+        EXPECT_TRUE(workspace.requests[0].configuration.activates) << row.name;
     }
 }
 
-TEST_F(LaunchInstalledApp, SuccessIsReportedOnceOnTheMainQueue) {
-    Outcome outcome = launchAndAnswer({"x"}, std::nullopt);
-    EXPECT_EQ(outcome.calls, 1);
-    EXPECT_EQ(outcome.error, std::nullopt);
-    EXPECT_EQ(outcome.thread, std::this_thread::get_id());
-}
-
-TEST_F(LaunchInstalledApp, TheWorkspaceErrorIsPassedOnUnchanged) {
+TEST_F(LaunchInstalledApp, TheOutcomeIsReportedOnceUnchangedOnTheMainQueue) {
     const std::string description = "The application \u201CKelvo.app\u201D could not be opened: Permission denied.";
-    Outcome outcome = launchAndAnswer({"x"}, platform::Error(description));
-    EXPECT_EQ(outcome.calls, 1);
-    ASSERT_TRUE(outcome.error);
-    EXPECT_EQ(outcome.error->localizedDescription(), description);
-    EXPECT_EQ(outcome.thread, std::this_thread::get_id());
-}
-
-TEST_F(LaunchInstalledApp, OpensEvenWhenLaunchingWasSwitchedOff) {
-    bundle.bundle = "/Volumes/Kelvo/Install Kelvo.app";
-    Outcome outcome = launchAndAnswer({"x", "--no-launch"}, std::nullopt);
-    ASSERT_EQ(workspace.requests.size(), 1u);
-    EXPECT_EQ(workspace.requests[0].configuration.arguments,
-              (std::vector<std::string>{"--eject-installer-volume", "/Volumes/Kelvo"}));
-    EXPECT_EQ(outcome.calls, 1);
-}
-
-TEST_F(LaunchInstalledApp, TheVolumeIsAskedForAtLaunchTime) {
-    engine::Installer installer({"x"});
-    bundle.bundle = "/Applications/Install Kelvo.app";
-    installer.launchInstalledApp([](std::optional<platform::Error>) {});
-    bundle.bundle = "/Volumes/Later/Install Kelvo.app";
-    installer.launchInstalledApp([](std::optional<platform::Error>) {});
-    ASSERT_EQ(workspace.requests.size(), 2u);
-    EXPECT_EQ(workspace.requests[0].configuration.arguments, std::nullopt);
-    EXPECT_EQ(workspace.requests[1].configuration.arguments,
-              (std::vector<std::string>{"--eject-installer-volume", "/Volumes/Later"}));
+    for (std::optional<std::string> reported : {std::optional<std::string>(), std::optional(description)}) {
+        workspace.requests.clear();
+        std::optional<platform::Error> error;
+        if (reported) error = platform::Error(*reported);
+        Outcome outcome = launchAndAnswer({"x"}, error);
+        EXPECT_EQ(outcome.calls, 1);
+        EXPECT_EQ(outcome.thread, std::this_thread::get_id());
+        ASSERT_EQ(outcome.error.has_value(), reported.has_value());
+        if (reported) {
+            EXPECT_EQ(outcome.error->localizedDescription(), *reported);
+        }
+    }
 }
 
 }  // namespace

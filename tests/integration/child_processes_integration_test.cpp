@@ -4,15 +4,15 @@
 #include <stdlib.h>
 #include <unistd.h>
 
-#include "platform/linux/child_processes.h"
+#include "platform/posix/child_processes.h"
 #include "support/temp_folder.h"
 
 namespace {
 
-using platform::linux_backend::LinuxChildProcesses;
+using platform::posix::PosixChildProcesses;
 
 platform::ChildProcessResult shell(const std::string& script) {
-    auto result = LinuxChildProcesses().run("/bin/sh", {"-c", script});
+    auto result = PosixChildProcesses().run("/bin/sh", {"-c", script});
     if (!result) {
         ADD_FAILURE() << script << ": " << result.error().localizedDescription();
         return {};
@@ -48,7 +48,7 @@ TEST(ChildProcesses, OutputIsKeptByteForByteOnItsOwnPipe) {
 }
 
 TEST(ChildProcesses, ArgumentsGoThroughUnchanged) {
-    auto result = LinuxChildProcesses().run("/usr/bin/printf", {"[%s]", "two words", "", "*", "$HOME"});
+    auto result = PosixChildProcesses().run("/usr/bin/printf", {"[%s]", "two words", "", "*", "$HOME"});
     ASSERT_TRUE(result);
     EXPECT_EQ(result.value().standardOutput, "[two words][][*][$HOME]");
 }
@@ -91,7 +91,7 @@ TEST(ChildProcesses, StartFailureNamesTheProgramAndTheReason) {
         {folder.path(), "Permission denied"},
     };
     for (const auto& row : rows) {
-        auto result = LinuxChildProcesses().run(row.program, {"-x"});
+        auto result = PosixChildProcesses().run(row.program, {"-x"});
         ASSERT_FALSE(result) << row.program;
         EXPECT_EQ(result.error().localizedDescription(),
                   "The program \u201C" + row.program + "\u201D could not be started: " + row.reason + ".");

@@ -9,6 +9,7 @@
 
 #include "platform/linux/file_manager.h"
 #include "platform/linux/file_tree.h"
+#include "platform/posix/tree_removal.h"
 #include "support/sample_trees.h"
 #include "support/temp_folder.h"
 
@@ -17,7 +18,7 @@ namespace {
 using namespace testing_support;
 using platform::FileURL;
 using platform::linux_backend::copyTree;
-using platform::linux_backend::removeTree;
+using platform::posix::removeTree;
 
 std::optional<std::string> copyError(const std::string& from, const std::string& to) {
     platform::linux_backend::LinuxFileManager files;

@@ -8,7 +8,7 @@
 #include <chrono>
 #include <filesystem>
 
-#include "platform/linux/child_processes.h"
+#include "platform/posix/child_processes.h"
 #include "platform/services.h"
 #include "support/installer_test_access.h"
 #include "support/started_process.h"
@@ -169,7 +169,7 @@ public:
     }
 
 private:
-    platform::linux_backend::LinuxChildProcesses real_;
+    platform::posix::PosixChildProcesses real_;
 };
 
 TEST_F(RunningCopies, ToolFailuresBecomeReadableInspectionErrors) {

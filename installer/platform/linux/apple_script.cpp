@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "platform/linux/apple_script_source.h"
-#include "platform/linux/child_processes.h"
+#include "platform/posix/child_processes.h"
 
 namespace platform::linux_backend {
 namespace {
@@ -72,7 +72,7 @@ public:
         std::vector<std::string> arguments = {"-c", command};
         if (elevated) arguments.insert(arguments.begin(), kShell);
 
-        auto finished = LinuxChildProcesses().run(elevated ? kElevationTool : kShell, arguments);
+        auto finished = posix::PosixChildProcesses().run(elevated ? kElevationTool : kShell, arguments);
         if (!finished) return errorInfo(finished.error().localizedDescription(), kGeneralErrorNumber);
         return outcome(finished.value(), elevated);
     }

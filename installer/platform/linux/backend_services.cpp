@@ -2,14 +2,14 @@
 #include "platform/services.h"
 
 #include "platform/linux/apple_script.h"
-#include "platform/linux/child_processes.h"
 #include "platform/linux/dispatch.h"
 #include "platform/linux/file_manager.h"
 #include "platform/linux/main_bundle.h"
 #include "platform/linux/process_info.h"
-#include "platform/linux/process_signals.h"
-#include "platform/linux/system_clock.h"
 #include "platform/linux/workspace.h"
+#include "platform/posix/child_processes.h"
+#include "platform/posix/process_signals.h"
+#include "platform/posix/system_clock.h"
 
 namespace platform {
 
@@ -18,9 +18,9 @@ ServiceTable makeBackendServices() {
     static linux_backend::LinuxMainBundle mainBundle;
     static linux_backend::LinuxFileManager fileManager;
     static linux_backend::LinuxWorkspace workspace;
-    static linux_backend::LinuxChildProcesses childProcesses;
-    static linux_backend::LinuxProcessSignals processSignals;
-    static linux_backend::SystemClock clock;
+    static posix::PosixChildProcesses childProcesses;
+    static posix::PosixProcessSignals processSignals;
+    static posix::SystemClock clock;
     static linux_backend::LinuxAppleScriptRunner appleScript;
     static linux_backend::LinuxDispatch dispatch;
     ServiceTable table;

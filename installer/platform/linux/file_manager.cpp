@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/linux/file_tree.h"
+#include "platform/posix/tree_removal.h"
 
 namespace platform::linux_backend {
 
@@ -24,7 +25,7 @@ std::string LinuxFileManager::currentDirectoryPath() {
     return buffer.data();
 }
 
-std::optional<Error> LinuxFileManager::removeItem(const FileURL& url) { return removeTree(url.path()); }
+std::optional<Error> LinuxFileManager::removeItem(const FileURL& url) { return posix::removeTree(url.path()); }
 
 std::optional<Error> LinuxFileManager::copyItem(const FileURL& from, const FileURL& to) {
     return copyTree(from.path(), to.path());

@@ -11,9 +11,10 @@
 #include <vector>
 
 #include "platform/linux/copy_workers.h"
-#include "platform/linux/error_number_text.h"
 #include "platform/linux/file_contents.h"
 #include "platform/linux/item_metadata.h"
+#include "platform/posix/error_number_text.h"
+#include "platform/posix/tree_removal.h"
 
 namespace platform::linux_backend {
 namespace {
@@ -45,7 +46,7 @@ public:
 
     std::optional<Error> run(const std::string& from, const std::string& to) {
         struct stat status{};
-        if (lstat(from.c_str(), &status) != 0) return copyError(from, to, errorNumberText(errno));
+        if (lstat(from.c_str(), &status) != 0) return copyError(from, to, posix::errorNumberText(errno));
         copyItem(from, to, S_ISREG(status.st_mode) ? DT_REG : DT_UNKNOWN);
         workers_.finish();
         if (!failed()) finishFolders();
@@ -67,7 +68,7 @@ private:
         failed_ = true;
     }
     void fail(const std::string& from, const std::string& to, int error) {
-        fail(from, to, errorNumberText(error));
+        fail(from, to, posix::errorNumberText(error));
     }
 
     // Called by the walker. Regular files go to the copying threads, which read their status.
@@ -91,7 +92,7 @@ private:
         if (!merge_ || lstat(to.c_str(), &existing) != 0) return false;
         if (S_ISDIR(existing.st_mode)) {
             if (folderComing) return true;
-            if (std::optional<Error> removal = removeTree(to)) fail(from, to, removal->localizedDescription());
+            if (std::optional<Error> removal = posix::removeTree(to)) fail(from, to, removal->localizedDescription());
         } else if (unlink(to.c_str()) != 0) {
             fail(from, to, errno);
         }

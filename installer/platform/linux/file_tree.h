@@ -1,8 +1,9 @@
-// Recursive removal and copying of file trees, never following symbolic links.
+// Copying file trees, never following symbolic links (their removal is in
+// platform/posix/tree_removal.h).
 //
-// Both are safe to call from any thread and block until done. A failure is an `Error` whose
-// description names the item and the reason ("Could not copy “/a/b” to “/c/b”: No space left on
-// device."); neither is atomic, so a failure may leave part of a tree behind.
+// Both copies are safe to call from any thread and block until done. A failure is an `Error`
+// whose description names the item and the reason ("Could not copy “/a/b” to “/c/b”: No space
+// left on device."); neither is atomic, so a failure may leave part of a tree behind.
 #pragma once
 
 #include <optional>
@@ -11,11 +12,6 @@
 #include "platform/error.h"
 
 namespace platform::linux_backend {
-
-// Removes `path` and everything below it; a symbolic link is removed, not followed. Folders
-// without write or search permission that this user owns are opened up so their contents can
-// go. Fails when nothing is at `path`.
-std::optional<Error> removeTree(const std::string& path);
 
 // Copies the tree at `from` to `to`, which must not exist (its folder must). Keeps symbolic links
 // as links with their exact targets, permission bits (setuid, setgid and sticky included where

@@ -5,8 +5,8 @@
 #include <cerrno>
 
 #include "platform/linux/bundle_layout.h"
-#include "platform/linux/error_number_text.h"
 #include "platform/linux/file_tree.h"
+#include "platform/posix/error_number_text.h"
 
 namespace platform::linux_backend {
 namespace {
@@ -19,13 +19,13 @@ std::optional<std::string> makeFolders(const std::string& path) {
     struct stat status{};
     if (stat(path.c_str(), &status) == 0) {
         if (S_ISDIR(status.st_mode)) return std::nullopt;
-        return "Could not create the folder " + quoted(path) + ": " + errorNumberText(ENOTDIR) + ".";
+        return "Could not create the folder " + quoted(path) + ": " + posix::errorNumberText(ENOTDIR) + ".";
     }
     if (path != parentFolder(path)) {
         if (auto error = makeFolders(parentFolder(path))) return error;
     }
     if (mkdir(path.c_str(), kNewFolderMode) != 0 && errno != EEXIST) {
-        return "Could not create the folder " + quoted(path) + ": " + errorNumberText(errno) + ".";
+        return "Could not create the folder " + quoted(path) + ": " + posix::errorNumberText(errno) + ".";
     }
     return std::nullopt;
 }
@@ -42,7 +42,7 @@ std::string lastComponent(const std::string& path) {
 std::optional<std::string> dittoCopy(const std::string& source, const std::string& destination) {
     struct stat from{};
     if (lstat(source.c_str(), &from) != 0) {
-        return "Could not read " + quoted(source) + ": " + errorNumberText(errno) + ".";
+        return "Could not read " + quoted(source) + ": " + posix::errorNumberText(errno) + ".";
     }
     struct stat to{};
     bool destinationIsFolder = stat(destination.c_str(), &to) == 0 && S_ISDIR(to.st_mode);

@@ -1,9 +1,9 @@
-// The wall clock and thread sleeping from the C++ standard library.
+// The wall clock and thread sleeping from the C++ standard library. Shared by both backends.
 #pragma once
 
 #include "platform/clock.h"
 
-namespace platform::linux_backend {
+namespace platform::posix {
 
 class SystemClock final : public Clock {
 public:
@@ -11,4 +11,4 @@ public:
     void sleepFor(Seconds interval) override;
 };
 
-}  // namespace platform::linux_backend
+}  // namespace platform::posix

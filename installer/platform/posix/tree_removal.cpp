@@ -1,19 +1,21 @@
-// Recursive removal that works on descriptors, so no symbolic link is ever followed: every
-// folder is opened with O_NOFOLLOW relative to its already-open parent.
+#include "platform/posix/tree_removal.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <string_view>
 #include <vector>
 
-#include "platform/linux/error_number_text.h"
-#include "platform/linux/file_tree.h"
+#include "platform/posix/error_number_text.h"
 
-namespace platform::linux_backend {
+namespace platform::posix {
 namespace {
 
+// Works on descriptors, so no symbolic link is ever followed: every folder is opened with
+// O_NOFOLLOW relative to its already-open parent.
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 Error removeError(const std::string& path, int error) {
@@ -113,4 +115,4 @@ std::optional<Error> removeTree(const std::string& path) {
     return std::nullopt;
 }
 
-}  // namespace platform::linux_backend
+}  // namespace platform::posix

@@ -1,4 +1,4 @@
-#include "platform/linux/child_processes.h"
+#include "platform/posix/child_processes.h"
 
 #include <fcntl.h>
 #include <poll.h>
@@ -11,7 +11,7 @@
 
 extern char** environ;
 
-namespace platform::linux_backend {
+namespace platform::posix {
 namespace {
 
 constexpr std::size_t kReadChunk = 64 * 1024;
@@ -95,7 +95,7 @@ int spawn(pid_t& child, const std::string& executable, const std::vector<std::st
 
 }  // namespace
 
-Expected<ChildProcessResult, Error> LinuxChildProcesses::run(const std::string& executable,
+Expected<ChildProcessResult, Error> PosixChildProcesses::run(const std::string& executable,
                                                              const std::vector<std::string>& arguments) {
     using Result = Expected<ChildProcessResult, Error>;
     Pipe output;
@@ -120,4 +120,4 @@ Expected<ChildProcessResult, Error> LinuxChildProcesses::run(const std::string& 
     return result;
 }
 
-}  // namespace platform::linux_backend
+}  // namespace platform::posix

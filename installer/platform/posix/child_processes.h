@@ -1,4 +1,7 @@
-// Child processes on Linux: posix_spawn with a pipe each for standard output and standard error.
+// Child processes with posix_spawn and a pipe each for standard output and standard error.
+// Shared by both backends as POSIX code; two of its calls are glibc's (pipe2 and
+// posix_spawn_file_actions_addclosefrom_np), which a macOS build would replace with pipe plus
+// FD_CLOEXEC and POSIX_SPAWN_CLOEXEC_DEFAULT.
 //
 // Only the two pipe ends reach the child besides its inherited standard input: every other
 // descriptor is closed in it, whether or not it was opened close-on-exec. Both pipes are drained
@@ -8,12 +11,12 @@
 
 #include "platform/child_process.h"
 
-namespace platform::linux_backend {
+namespace platform::posix {
 
-class LinuxChildProcesses final : public ChildProcesses {
+class PosixChildProcesses final : public ChildProcesses {
 public:
     Expected<ChildProcessResult, Error> run(const std::string& executable,
                                             const std::vector<std::string>& arguments) override;
 };
 
-}  // namespace platform::linux_backend
+}  // namespace platform::posix

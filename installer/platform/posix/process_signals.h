@@ -1,0 +1,13 @@
+// Signals by process identifier with kill(2). Shared by both backends.
+#pragma once
+
+#include "platform/process_signals.h"
+
+namespace platform::posix {
+
+class PosixProcessSignals final : public ProcessSignals {
+public:
+    int kill(std::int32_t pid, int signal) override;
+};
+
+}  // namespace platform::posix

@@ -1,0 +1,20 @@
+// Recursive removal of a file tree that never follows a symbolic link. Shared by both backends.
+//
+// Safe to call from any thread; blocks until done. A failure is an `Error` whose description
+// names the item and the reason ("Could not remove “/a/b”: Permission denied."); removal is not
+// atomic, so a failure may leave part of the tree behind.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "platform/error.h"
+
+namespace platform::posix {
+
+// Removes `path` and everything below it; a symbolic link is removed, not followed. Folders
+// without write or search permission that this user owns are opened up so their contents can
+// go. Fails when nothing is at `path`.
+std::optional<Error> removeTree(const std::string& path);
+
+}  // namespace platform::posix

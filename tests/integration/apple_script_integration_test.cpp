@@ -1,16 +1,25 @@
-// The real AppleScript runner: real /bin/sh, real exit statuses and standard error.
+// The real AppleScript runner: real /bin/sh, real exit statuses and standard error, and real pkexec
+// asking a polkit of the test's own.
+#include <grp.h>
 #include <gtest/gtest.h>
+#include <sys/mount.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <functional>
+
 #include "platform/linux/apple_script.h"
 #include "support/command.h"
+#include "support/private_mounts.h"
+#include "support/private_polkit.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 using namespace testing_support;
 using platform::AppleScriptErrorInfo;
+
+constexpr const char* kPkexec = "/usr/bin/pkexec";
 
 // AppleScript escaping of `command`, written out here independently of the engine.
 std::string scriptFor(const std::string& command, bool privileged = false) {
@@ -74,30 +83,77 @@ TEST(AppleScriptRunner, TheShellGetsExactlyTheEscapedCommand) {
     }
 }
 
-TEST(AppleScriptRunner, ElevationWithoutPkexecIsExplained) {
-    if (geteuid() != 0) GTEST_SKIP() << "needs root to become an ordinary user for the check";
-    if (access("/usr/bin/pkexec", X_OK) == 0) GTEST_SKIP() << "pkexec is installed and would show a prompt";
-    int report[2];
-    ASSERT_EQ(pipe(report), 0);
+// "success", or the number and the message, if any, of a failure.
+std::string described(const std::optional<AppleScriptErrorInfo>& outcome) {
+    if (!outcome) return "success";
+    std::string text = std::to_string(std::get<std::int64_t>(outcome->at(platform::kAppleScriptErrorNumber)));
+    auto message = outcome->find(platform::kAppleScriptErrorMessage);
+    return message == outcome->end() ? text : text + ": " + std::get<std::string>(message->second);
+}
+
+// What a script reports when an ordinary user runs it: "success", or its number and message. Root
+// runs it in a child that has given up its rights, in a session of its own so that there is no
+// terminal to ask on; `beforeRun` gets that child's identifier before the script starts.
+std::string outcomeAsOrdinaryUser(const std::string& source, const std::function<void(pid_t)>& beforeRun = {}) {
+    constexpr uid_t kNobody = 65534;
+    int report[2], go[2];
+    if (pipe(report) != 0 || pipe(go) != 0) return "no pipe";
     pid_t child = fork();
-    ASSERT_GE(child, 0);
     if (child == 0) {
-        close(report[0]);
-        if (setgid(65534) != 0 || setuid(65534) != 0) _exit(2);
-        auto outcome = run(scriptFor("true", true));
-        std::string message = outcome ? std::get<std::string>(outcome->at(platform::kAppleScriptErrorMessage)) : "";
-        (void)!write(report[1], message.data(), message.size());
+        char start;
+        bool ordinary = setsid() > 0 && setgroups(0, nullptr) == 0 && setresgid(kNobody, kNobody, kNobody) == 0 &&
+                        setresuid(kNobody, kNobody, kNobody) == 0 && read(go[0], &start, 1) == 1;
+        std::string text = ordinary ? described(run(source)) : "no ordinary user";
+        (void)!write(report[1], text.data(), text.size());
         _exit(0);
     }
     close(report[1]);
-    std::string message;
+    close(go[0]);
+    if (beforeRun) beforeRun(child);
+    (void)!write(go[1], "g", 1);
+    close(go[1]);
+    std::string text;
     char buffer[512];
-    ssize_t count;
-    while ((count = read(report[0], buffer, sizeof buffer)) > 0) message.append(buffer, static_cast<std::size_t>(count));
+    for (ssize_t count; (count = read(report[0], buffer, sizeof buffer)) > 0;) text.append(buffer, count);
     close(report[0]);
-    int status = 0;
-    waitpid(child, &status, 0);
-    EXPECT_EQ(message, "The command needs administrator rights, but pkexec, which asks for them, is not installed.");
+    waitpid(child, nullptr, 0);
+    return text;
+}
+
+// With no way to become administrator at all the runner adds no message of its own, so the user
+// reads the caller's reason (the plain copy's "Permission denied", say) instead.
+TEST(AppleScriptRunner, ElevationThatCannotHappenHasNoMessage) {
+    if (auto why = enterPrivateMountNamespace()) GTEST_SKIP() << *why;
+    bool installed = access(kPkexec, F_OK) == 0;
+    bool hidden = installed && mount("/dev/null", kPkexec, nullptr, MS_BIND, nullptr) == 0;
+    ASSERT_EQ(hidden, installed) << "cannot hide pkexec";
+    EXPECT_EQ(outcomeAsOrdinaryUser(scriptFor("true", true)), "-2700");
+    if (hidden) umount2(kPkexec, MNT_DETACH);
+}
+
+// pkexec for real, asking a polkit that answers as an administrator would, or as a person would who
+// cancels, without anybody there: refusal and dismissal must read differently.
+TEST(AppleScriptRunner, ElevationAsPolkitAnswersIt) {
+    if (auto why = enterPrivateMountNamespace()) GTEST_SKIP() << *why;
+    if (access(kPkexec, X_OK) != 0) GTEST_SKIP() << "pkexec is not installed";
+    const struct {
+        const char* answer;
+        bool dismissedByAgent;
+        const char* outcomeStart;
+    } rows[] = {
+        {"YES", false, "success"},
+        {"NO", false, "127: Error executing command as another user: Not authorized"},
+        {"AUTH_ADMIN", false, "127: Error creating textual authentication agent"},
+        {"AUTH_ADMIN", true, "-128: The administrator password was not given, so the command was not run."},
+    };
+    for (const auto& row : rows) {
+        PrivatePolkit polkit("nobody", row.answer);
+        if (polkit.failure()) GTEST_SKIP() << "polkit cannot run here: " << *polkit.failure();
+        std::string outcome = outcomeAsOrdinaryUser(scriptFor("test \"$(id -u)\" = 0", true), [&](pid_t child) {
+            EXPECT_TRUE(!row.dismissedByAgent || polkit.dismissRequestsFor(child)) << "no agent";
+        });
+        EXPECT_TRUE(outcome.starts_with(row.outcomeStart)) << row.answer << ": " << outcome;
+    }
 }
 
 }  // namespace

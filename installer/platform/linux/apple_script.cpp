@@ -13,25 +13,25 @@ namespace {
 
 constexpr const char* kShell = "/bin/sh";
 constexpr const char* kElevationTool = "/usr/bin/pkexec";
-// pkexec's own statuses: the user dismissed the prompt or was not authorized (126), or the
-// authentication could not take place (127). It then says so starting with this text, or not at all.
+// pkexec's status when the person asked for the password dismissed the request, which it then
+// reports starting with these words. Every other failure of its own (not authorized, no
+// authentication agent, no polkit) ends with 127 and its own words, read like the command's.
 constexpr int kElevationDismissed = 126;
-constexpr int kElevationFailed = 127;
 constexpr std::string_view kElevationToolMessage = "Error executing command as another user";
 
 constexpr std::int64_t kUserCanceledNumber = -128;
 constexpr std::int64_t kGeneralErrorNumber = -2700;
 constexpr std::int64_t kSignalNumberBase = 128;
-constexpr const char* kElevationRefused =
+constexpr const char* kElevationDismissedMessage =
     "The administrator password was not given, so the command was not run.";
-constexpr const char* kElevationUnavailable =
-    "The command needs administrator rights, but pkexec, which asks for them, is not installed.";
 constexpr const char* kNonZeroStatus = "The command exited with a non-zero status.";
 constexpr const char* kNulInCommand = "The command holds a NUL character, which a shell cannot run.";
 
 AppleScriptErrorInfo errorInfo(std::string message, std::int64_t number) {
     return {{kAppleScriptErrorMessage, std::move(message)}, {kAppleScriptErrorNumber, number}};
 }
+
+AppleScriptErrorInfo numberOnly(std::int64_t number) { return {{kAppleScriptErrorNumber, number}}; }
 
 std::string withoutFinalLineBreak(std::string text) {
     if (!text.empty() && text.back() == '\n') text.pop_back();
@@ -48,10 +48,9 @@ std::optional<AppleScriptErrorInfo> outcome(const ChildProcessResult& finished, 
     }
     int status = finished.terminationStatus;
     if (status == 0) return std::nullopt;
-    bool fromElevationTool = finished.standardError.empty() ||
-                             std::string_view(finished.standardError).starts_with(kElevationToolMessage);
-    if (elevated && (status == kElevationDismissed || status == kElevationFailed) && fromElevationTool) {
-        return errorInfo(kElevationRefused, kUserCanceledNumber);
+    if (elevated && status == kElevationDismissed &&
+        std::string_view(finished.standardError).starts_with(kElevationToolMessage)) {
+        return errorInfo(kElevationDismissedMessage, kUserCanceledNumber);
     }
     if (finished.standardError.empty()) return errorInfo(kNonZeroStatus, status);
     return errorInfo(withoutFinalLineBreak(finished.standardError), status);
@@ -68,7 +67,8 @@ public:
         if (command.find('\0') != std::string::npos) return errorInfo(kNulInCommand, kGeneralErrorNumber);
 
         bool elevated = script.value().withAdministratorPrivileges && geteuid() != 0;
-        if (elevated && access(kElevationTool, X_OK) != 0) return errorInfo(kElevationUnavailable, kGeneralErrorNumber);
+        // No way to become administrator: no message, so that the caller's own reason stands.
+        if (elevated && access(kElevationTool, X_OK) != 0) return numberOnly(kGeneralErrorNumber);
         std::vector<std::string> arguments = {"-c", command};
         if (elevated) arguments.insert(arguments.begin(), kShell);
 

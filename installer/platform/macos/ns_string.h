@@ -1,0 +1,40 @@
+// Conversions between the C++ strings of the portable code and Foundation's strings.
+//
+// A std::string holds UTF-8 bytes. Every text an NSString can hold survives a round trip unchanged,
+// embedded NUL characters included. Callable from any thread.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#ifdef __OBJC__
+@class NSArray<ObjectType>;
+@class NSString;
+#else
+class NSArray;
+class NSString;
+#endif
+
+namespace platform::macos {
+
+#ifdef __OBJC__
+using NSStringArray = NSArray<NSString*>;
+#else
+using NSStringArray = NSArray;
+#endif
+
+// `utf8` as an NSString; never nil. Byte sequences that are not UTF-8 each become U+FFFD, so such
+// a path names no existing file rather than a different one chosen by guesswork.
+NSString* toNSString(const std::string& utf8);
+
+// `string` as UTF-8 bytes; nil gives the empty string. An unpaired surrogate, which UTF-8 cannot
+// carry, is replaced as Foundation's lossy conversion does.
+std::string toStdString(NSString* string);
+
+// Each element converted as by toNSString, in order.
+NSStringArray* toNSStringArray(const std::vector<std::string>& strings);
+
+// Each element of an array of NSString converted as by toStdString, in order; nil gives none.
+std::vector<std::string> toStringVector(NSStringArray* strings);
+
+}  // namespace platform::macos

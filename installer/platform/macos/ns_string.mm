@@ -55,15 +55,15 @@ std::string repairedUTF8(const std::string& bytes) {
     return repaired;
 }
 
-NSString* _Nullable stringFromUTF8(const std::string& utf8) {
+}  // namespace
+
+NSString* toNSStringIfUTF8(const std::string& utf8) {
     return [[NSString alloc] initWithBytes:utf8.data() length:utf8.size() encoding:NSUTF8StringEncoding];
 }
 
-}  // namespace
-
 NSString* toNSString(const std::string& utf8) {
-    if (NSString* string = stringFromUTF8(utf8)) return string;
-    NSString* repaired = stringFromUTF8(repairedUTF8(utf8));
+    if (NSString* string = toNSStringIfUTF8(utf8)) return string;
+    NSString* repaired = toNSStringIfUTF8(repairedUTF8(utf8));
     return repaired != nil ? repaired : @"";
 }
 

@@ -5,8 +5,9 @@
 // background queue. So every use of the script object (making it, running it, letting it go) is
 // done on the main thread: synchronously on the main queue, which the event loop drains, or
 // directly when the caller is already on the main thread. The main thread handles no events while
-// a script runs, its administrator prompt included. Nothing on the main thread waits for the
-// install, so this cannot deadlock.
+// a script runs, its administrator prompt included. A caller off the main thread needs the main
+// thread to be running its event loop, not waiting for that caller: the installer's main thread
+// never waits for the install.
 #pragma once
 
 #include "platform/apple_script.h"

@@ -50,11 +50,12 @@ public:
     // The application does not own its delegate: the caller keeps it alive for the process's life.
     virtual void setDelegate(ApplicationDelegate* delegate) = 0;
 
-    // Runs the event loop on the main thread; returns only once the application has terminated.
+    // Runs the event loop on the main thread; returns only once the application has terminated,
+    // if at all.
     virtual void run() = 0;
 
     // Ends the application once its delegate agrees (see applicationShouldTerminate): windows go
-    // away and `run` returns.
+    // away and `run` returns, or, on toolkits that end the process themselves, the process exits.
     virtual void terminate() = 0;
 
     // Completes a terminate to which the delegate answered TerminateLater: true ends the
@@ -65,7 +66,8 @@ public:
     // application is active.
     virtual void activateIgnoringOtherApps(bool ignoringOtherApps) = 0;
 
-    // The application's own icon from its bundle; none when the bundle has none.
+    // The application's own icon from its bundle. When the bundle has none: none, or the toolkit's
+    // generic application icon where the toolkit has one.
     virtual std::shared_ptr<Image> applicationIconImage() = 0;
 };
 

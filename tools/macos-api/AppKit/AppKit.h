@@ -7,6 +7,7 @@
 #include <AppKit/NSWindow.h>
 #include <AppKit/NSFont.h>
 #include <AppKit/NSColor.h>
+#include <AppKit/NSCell.h>
 #include <AppKit/NSControl.h>
 #include <AppKit/NSImage.h>
 #include <AppKit/NSProgressIndicator.h>

@@ -2,6 +2,7 @@
 // is aligned and broken into lines.
 #pragma once
 
+#include <AppKit/NSCell.h>
 #include <AppKit/NSColor.h>
 #include <AppKit/NSFont.h>
 #include <AppKit/NSView.h>
@@ -47,6 +48,7 @@ typedef NS_ENUM(NSInteger, NSTextInputTraitType) {
 };
 
 @interface NSControl : NSView
+@property (nullable, strong) __kindof NSCell* cell;
 @property (copy) NSString* stringValue;
 @property (nullable, strong) NSFont* font;
 @property NSTextAlignment alignment;

@@ -5,6 +5,7 @@
 #include <Foundation/NSObject.h>
 
 @class NSArray<ObjectType>;
+@class NSData;
 
 NS_ASSUME_NONNULL_BEGIN
 
@@ -29,6 +30,7 @@ static const NSStringEncoding NSUTF8StringEncoding = 4;
 
 @property (nullable, readonly) const char* UTF8String NS_RETURNS_INNER_POINTER;
 - (NSUInteger)lengthOfBytesUsingEncoding:(NSStringEncoding)encoding;
+- (nullable NSData*)dataUsingEncoding:(NSStringEncoding)encoding allowLossyConversion:(BOOL)lossy;
 
 - (BOOL)isEqualToString:(NSString*)string;
 - (BOOL)hasPrefix:(NSString*)prefix;

@@ -1,0 +1,22 @@
+// The file manager on Foundation's default file manager, which is safe to use from any thread.
+//
+// A failed removal or copy carries the NSError's localized description, the sentence macOS shows
+// for it ("“Kelvo.app” couldn’t be copied because you don’t have permission to access
+// “Applications”.").
+#pragma once
+
+#include "platform/file_manager.h"
+
+namespace platform::macos {
+
+class MacFileManager final : public FileManager {
+public:
+    bool fileExistsAtPath(const std::string& path) override;
+    std::string currentDirectoryPath() override;
+    std::optional<Error> removeItem(const FileURL& url) override;
+    // Foundation's copy keeps symbolic links as links, permissions, dates, extended attributes
+    // and empty folders, as the contract asks.
+    std::optional<Error> copyItem(const FileURL& from, const FileURL& to) override;
+};
+
+}  // namespace platform::macos

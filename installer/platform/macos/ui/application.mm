@@ -1,0 +1,60 @@
+#include "platform/macos/ui/application.h"
+
+#import <AppKit/AppKit.h>
+
+#include "platform/macos/ui/application_delegate_bridge.h"
+#include "platform/macos/ui/image_view.h"
+
+namespace platform::macos {
+namespace {
+
+NSApplicationActivationPolicy nativePolicy(ui::ActivationPolicy policy) {
+    switch (policy) {
+        case ui::ActivationPolicy::Regular: return NSApplicationActivationPolicyRegular;
+        case ui::ActivationPolicy::Accessory: return NSApplicationActivationPolicyAccessory;
+        case ui::ActivationPolicy::Prohibited: return NSApplicationActivationPolicyProhibited;
+    }
+    return NSApplicationActivationPolicyRegular;
+}
+
+class NativeApplication final : public ui::Application {
+public:
+    NativeApplication() : application_(NSApplication.sharedApplication) {}
+
+    void setActivationPolicy(ui::ActivationPolicy policy) override {
+        [application_ setActivationPolicy:nativePolicy(policy)];
+    }
+
+    void setDelegate(ui::ApplicationDelegate* delegate) override {
+        bridge_.reset();
+        if (delegate != nullptr) {
+            bridge_ = std::make_unique<ApplicationDelegateBridge>(*this, *delegate);
+        }
+    }
+
+    void run() override { [application_ run]; }
+    void terminate() override { [application_ terminate:nil]; }
+
+    void replyToApplicationShouldTerminate(bool shouldTerminate) override {
+        [application_ replyToApplicationShouldTerminate:shouldTerminate ? YES : NO];
+    }
+
+    void activateIgnoringOtherApps(bool ignoringOtherApps) override {
+        [application_ activateIgnoringOtherApps:ignoringOtherApps ? YES : NO];
+    }
+
+    // AppKit gives its generic application icon to a bundle without an icon of its own.
+    std::shared_ptr<ui::Image> applicationIconImage() override {
+        return imageFrom(application_.applicationIconImage);
+    }
+
+private:
+    NSApplication* const application_;
+    std::unique_ptr<ApplicationDelegateBridge> bridge_;
+};
+
+}  // namespace
+
+std::unique_ptr<ui::Application> makeApplication() { return std::make_unique<NativeApplication>(); }
+
+}  // namespace platform::macos

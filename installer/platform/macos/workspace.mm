@@ -1,0 +1,64 @@
+#include "platform/macos/workspace.h"
+
+#import <AppKit/AppKit.h>
+
+#include "platform/macos/ns_error.h"
+#include "platform/macos/ns_string.h"
+#include "platform/macos/running_application.h"
+
+namespace platform::macos {
+namespace {
+
+using Completion = std::function<void(std::optional<Error>)>;
+
+// A C++ exception must not unwind through AppKit's frames: one escaping the completion ends the
+// process here instead.
+void complete(const Completion& completion, NSError* _Nullable error, const FileURL& url) noexcept {
+    if (error == nil) {
+        completion(std::nullopt);
+        return;
+    }
+    completion(errorFromNSError(error, "The application \u201C" + url.lastPathComponent() +
+                                           "\u201D could not be opened."));
+}
+
+NSWorkspaceOpenConfiguration* openConfiguration(const OpenConfiguration& configuration) {
+    NSWorkspaceOpenConfiguration* made = [[NSWorkspaceOpenConfiguration alloc] init];
+    if (configuration.arguments) made.arguments = toNSStringArray(*configuration.arguments);
+    made.activates = configuration.activates;
+    return made;
+}
+
+}  // namespace
+
+std::vector<std::shared_ptr<RunningApplication>> MacWorkspace::runningApplications() {
+    @autoreleasepool {
+        std::vector<std::shared_ptr<RunningApplication>> applications;
+        for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
+            applications.push_back(makeRunningApplication(application));
+        }
+        return applications;
+    }
+}
+
+std::shared_ptr<RunningApplication> MacWorkspace::runningApplicationWithProcessIdentifier(std::int32_t pid) {
+    @autoreleasepool {
+        return makeRunningApplication([NSRunningApplication runningApplicationWithProcessIdentifier:pid]);
+    }
+}
+
+void MacWorkspace::openApplication(const FileURL& url, const OpenConfiguration& configuration,
+                                   Completion completion) {
+    @autoreleasepool {
+        // A block captures a reference by reference: the handler gets a copy of its own.
+        FileURL opened = url;
+        [NSWorkspace.sharedWorkspace
+            openApplicationAtURL:[NSURL fileURLWithPath:toNSString(url.path())]
+                   configuration:openConfiguration(configuration)
+               completionHandler:^(NSRunningApplication* _Nullable, NSError* _Nullable error) {
+                 complete(completion, error, opened);
+               }];
+    }
+}
+
+}  // namespace platform::macos

@@ -9,6 +9,7 @@
 
 #include "platform/linux/file_manager.h"
 #include "platform/linux/file_tree.h"
+#include "support/command.h"
 #include "support/sample_trees.h"
 #include "support/temp_folder.h"
 
@@ -30,11 +31,14 @@ std::string copyMessage(const std::string& from, const std::string& to, const st
     return "Could not copy \u201C" + from + "\u201D to \u201C" + to + "\u201D: " + reason + ".";
 }
 
-TEST(FileTree, CopyKeepsEverythingABundleNeeds) {
+TEST(FileTree, CopyKeepsEverythingABundleNeedsAsCpDoes) {
     TempFolder folder;
     makeSampleBundle(folder / "Kelvo.app", 3 << 20);
     ASSERT_EQ(copyError(folder / "Kelvo.app", folder / "Copy.app"), std::nullopt);
-    EXPECT_EQ(differences(snapshotTree(folder / "Kelvo.app"), snapshotTree(folder / "Copy.app")), "");
+    ASSERT_EQ(runCommand("cp -a " + shellWord(folder / "Kelvo.app") + " " + shellWord(folder / "cp.app")).exitStatus, 0);
+    TreeSnapshot copy = snapshotTree(folder / "Copy.app");
+    EXPECT_EQ(differences(snapshotTree(folder / "cp.app"), copy), "");
+    EXPECT_EQ(differences(snapshotTree(folder / "Kelvo.app"), copy), "");
 }
 
 TEST(FileTree, CopyOfASingleFileAndOfALink) {

@@ -22,7 +22,8 @@ std::optional<Error> removeTree(const std::string& path);
 // allowed), access and modification times to the nanosecond, extended attributes of every
 // namespace this user may read and write, empty folders, and the owner when running as root.
 // Never follows a link in the source and never writes through one in the destination: every
-// destination item is newly created. Regular files are copied by a few threads at once.
+// destination item is newly created. Files with holes stay sparse, and names of one file (hard
+// links) within the tree stay names of one file. Regular files are copied by a few threads at once.
 std::optional<Error> copyTree(const std::string& from, const std::string& to);
 
 // Like `copyTree`, but `to` may exist: when both are folders, the contents of `from` are merged

@@ -1,10 +1,12 @@
 // The real file manager's copy and removal on real trees, checked against an independent walk.
 #include <gtest/gtest.h>
 #include <grp.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "platform/linux/file_manager.h"
@@ -79,6 +81,31 @@ TEST(FileTree, CopyFailuresNameTheItemAndTheReason) {
         EXPECT_EQ(copyError(row.from, row.to), copyMessage(row.failingFrom, row.failingTo, row.reason)) << row.name;
     }
     EXPECT_TRUE(std::filesystem::is_empty(folder / "existing/Kelvo.app")) << "nothing written into what was there";
+}
+
+TEST(FileTree, DeepTreesAreCopiedAndRemovedWithFewDescriptors) {
+    constexpr int kDepth = 1100;
+    TempFolder folder;
+    std::string levels;
+    for (int level = 0; level < kDepth; ++level, levels += "/d") mkdir((folder / "Deep.app" + levels).c_str(), 0755);
+    writeFile(folder / "Deep.app" + levels + "/file", "at the bottom");
+
+    rlimit saved{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &saved), 0);
+    rlimit lowered = saved;
+    lowered.rlim_cur = std::min<rlim_t>(saved.rlim_cur, 1024);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &lowered), 0);
+    auto text = [](std::optional<platform::Error> error) { return error ? error->localizedDescription() : ""; };
+    std::string copy = text(copyTree(folder / "Deep.app", folder / "Copy.app"));
+    std::string copied = readFile(folder / "Copy.app" + levels + "/file");
+    std::string removal = text(removeTree(folder / "Deep.app"));
+    std::string copyRemoval = text(removeTree(folder / "Copy.app"));
+    setrlimit(RLIMIT_NOFILE, &saved);
+
+    EXPECT_EQ(copy, "");
+    EXPECT_EQ(copied, "at the bottom");
+    EXPECT_EQ(removal, "");
+    EXPECT_EQ(copyRemoval, "");
 }
 
 TEST(FileTree, CopyNeverWritesThroughALinkAtTheDestination) {

@@ -83,6 +83,29 @@ TEST(FileTree, CopyFailuresNameTheItemAndTheReason) {
     EXPECT_TRUE(std::filesystem::is_empty(folder / "existing/Kelvo.app")) << "nothing written into what was there";
 }
 
+TEST(FileTree, CopyIntoItselfIsRefusedBeforeAnythingIsWritten) {
+    TempFolder folder;
+    writeFile(folder / "Kelvo.app/Contents/Info.plist", "x");
+    symlink((folder / "Kelvo.app/Contents").c_str(), (folder / "Contents link").c_str());
+    TreeSnapshot before = snapshotTree(folder / "Kelvo.app");
+    const std::string onto = "an item cannot be copied onto itself";
+    const std::string into = "a folder cannot be copied into itself";
+    const struct {
+        std::string to;
+        std::string reason;
+    } rows[] = {
+        {folder / "Kelvo.app", onto},
+        {folder / "Contents link/..", onto},
+        {folder / "Kelvo.app/Contents/Kelvo.app", into},
+        {folder / "Contents link/../Copy.app", into},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(copyError(folder / "Kelvo.app", row.to), copyMessage(folder / "Kelvo.app", row.to, row.reason)) << row.to;
+    }
+    EXPECT_EQ(differences(before, snapshotTree(folder / "Kelvo.app")), "");
+    EXPECT_EQ(copyError(folder / "Kelvo.app", folder / "Kelvo.app copy"), std::nullopt) << "a neighbour named alike";
+}
+
 TEST(FileTree, DeepTreesAreCopiedAndRemovedWithFewDescriptors) {
     constexpr int kDepth = 1100;
     TempFolder folder;

@@ -30,7 +30,9 @@ public:
     // Copies the item at `from` to `to`, which must not exist yet; the folder that will hold `to`
     // must exist. The copy keeps what an application bundle needs to keep working and to keep its
     // code signature valid: symbolic links as links with their exact targets, permissions,
-    // modification times, extended attributes and empty folders. Not atomic: a failure may leave
+    // modification times, extended attributes and empty folders; hard links within the item stay
+    // hard links and sparse files stay sparse. Fails before writing anything when `to` is `from`
+    // itself or lies inside it, whatever links or ".." hide that. Not atomic: a failure may leave
     // a partial tree at `to`.
     virtual std::optional<Error> copyItem(const FileURL& from, const FileURL& to) = 0;
 };

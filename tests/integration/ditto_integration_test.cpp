@@ -55,6 +55,8 @@ TEST(Ditto, CopiesAFileIntoAnExistingFolderUnderItsOwnName) {
 TEST(Ditto, CommandLineMistakesAndFailures) {
     TempFolder folder;
     writeFile(folder / "file", "x");
+    writeFile(folder / "tree/file", "x");
+    const std::string copyLead = "ditto: Could not copy \u201C" + (folder / "tree") + "\u201D to \u201C";
     const struct {
         std::string arguments;
         int status;
@@ -68,6 +70,10 @@ TEST(Ditto, CommandLineMistakesAndFailures) {
          "ditto: Could not read \u201C" + (folder / "absent") + "\u201D: No such file or directory.\n"},
         {shellWord(folder / "file") + " " + shellWord(folder / "file/sub/x"), 1,
          "ditto: Could not create the folder \u201C" + (folder / "file") + "\u201D: Not a directory.\n"},
+        {shellWord(folder / "tree") + " " + shellWord(folder / "tree/a/b"), 1,
+         copyLead + (folder / "tree/a/b") + "\u201D: a folder cannot be copied into itself.\n"},
+        {shellWord(folder / "tree") + " " + shellWord(folder / "tree/."), 1,
+         copyLead + (folder / "tree/.") + "\u201D: an item cannot be copied onto itself.\n"},
         {"--version", 0, "ditto 1.0 (the Kelvo installer project's own)\n"},
     };
     for (const auto& row : rows) {
@@ -75,6 +81,7 @@ TEST(Ditto, CommandLineMistakesAndFailures) {
         EXPECT_EQ(result.exitStatus, row.status) << row.arguments;
         EXPECT_TRUE(result.output.starts_with(row.output)) << row.arguments << "\n" << result.output;
     }
+    EXPECT_FALSE(std::filesystem::exists(folder / "tree/a")) << "nothing made before refusing";
 }
 
 }  // namespace

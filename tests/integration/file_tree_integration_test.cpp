@@ -1,15 +1,18 @@
 // The real file manager's copy and removal on real trees, checked against an independent walk.
 #include <gtest/gtest.h>
 #include <grp.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "platform/linux/file_manager.h"
 #include "platform/linux/file_tree.h"
 #include "platform/posix/tree_removal.h"
+#include "support/command.h"
 #include "support/sample_trees.h"
 #include "support/temp_folder.h"
 
@@ -31,11 +34,14 @@ std::string copyMessage(const std::string& from, const std::string& to, const st
     return "Could not copy \u201C" + from + "\u201D to \u201C" + to + "\u201D: " + reason + ".";
 }
 
-TEST(FileTree, CopyKeepsEverythingABundleNeeds) {
+TEST(FileTree, CopyKeepsEverythingABundleNeedsAsCpDoes) {
     TempFolder folder;
     makeSampleBundle(folder / "Kelvo.app", 3 << 20);
     ASSERT_EQ(copyError(folder / "Kelvo.app", folder / "Copy.app"), std::nullopt);
-    EXPECT_EQ(differences(snapshotTree(folder / "Kelvo.app"), snapshotTree(folder / "Copy.app")), "");
+    ASSERT_EQ(runCommand("cp -a " + shellWord(folder / "Kelvo.app") + " " + shellWord(folder / "cp.app")).exitStatus, 0);
+    TreeSnapshot copy = snapshotTree(folder / "Copy.app");
+    EXPECT_EQ(differences(snapshotTree(folder / "cp.app"), copy), "");
+    EXPECT_EQ(differences(snapshotTree(folder / "Kelvo.app"), copy), "");
 }
 
 TEST(FileTree, CopyOfASingleFileAndOfALink) {
@@ -76,6 +82,54 @@ TEST(FileTree, CopyFailuresNameTheItemAndTheReason) {
         EXPECT_EQ(copyError(row.from, row.to), copyMessage(row.failingFrom, row.failingTo, row.reason)) << row.name;
     }
     EXPECT_TRUE(std::filesystem::is_empty(folder / "existing/Kelvo.app")) << "nothing written into what was there";
+}
+
+TEST(FileTree, CopyIntoItselfIsRefusedBeforeAnythingIsWritten) {
+    TempFolder folder;
+    writeFile(folder / "Kelvo.app/Contents/Info.plist", "x");
+    symlink((folder / "Kelvo.app/Contents").c_str(), (folder / "Contents link").c_str());
+    TreeSnapshot before = snapshotTree(folder / "Kelvo.app");
+    const std::string onto = "an item cannot be copied onto itself";
+    const std::string into = "a folder cannot be copied into itself";
+    const struct {
+        std::string to;
+        std::string reason;
+    } rows[] = {
+        {folder / "Kelvo.app", onto},
+        {folder / "Contents link/..", onto},
+        {folder / "Kelvo.app/Contents/Kelvo.app", into},
+        {folder / "Contents link/../Copy.app", into},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(copyError(folder / "Kelvo.app", row.to), copyMessage(folder / "Kelvo.app", row.to, row.reason)) << row.to;
+    }
+    EXPECT_EQ(differences(before, snapshotTree(folder / "Kelvo.app")), "");
+    EXPECT_EQ(copyError(folder / "Kelvo.app", folder / "Kelvo.app copy"), std::nullopt) << "a neighbour named alike";
+}
+
+TEST(FileTree, DeepTreesAreCopiedAndRemovedWithFewDescriptors) {
+    constexpr int kDepth = 1100;
+    TempFolder folder;
+    std::string levels;
+    for (int level = 0; level < kDepth; ++level, levels += "/d") mkdir((folder / "Deep.app" + levels).c_str(), 0755);
+    writeFile(folder / "Deep.app" + levels + "/file", "at the bottom");
+
+    rlimit saved{};
+    ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &saved), 0);
+    rlimit lowered = saved;
+    lowered.rlim_cur = std::min<rlim_t>(saved.rlim_cur, 1024);
+    ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &lowered), 0);
+    auto text = [](std::optional<platform::Error> error) { return error ? error->localizedDescription() : ""; };
+    std::string copy = text(copyTree(folder / "Deep.app", folder / "Copy.app"));
+    std::string copied = readFile(folder / "Copy.app" + levels + "/file");
+    std::string removal = text(removeTree(folder / "Deep.app"));
+    std::string copyRemoval = text(removeTree(folder / "Copy.app"));
+    setrlimit(RLIMIT_NOFILE, &saved);
+
+    EXPECT_EQ(copy, "");
+    EXPECT_EQ(copied, "at the bottom");
+    EXPECT_EQ(removal, "");
+    EXPECT_EQ(copyRemoval, "");
 }
 
 TEST(FileTree, CopyNeverWritesThroughALinkAtTheDestination) {

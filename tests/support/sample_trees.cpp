@@ -29,6 +29,15 @@ void attribute(const std::string& path, const std::string& name, const std::stri
     check(lsetxattr(path.c_str(), name.c_str(), value.data(), value.size(), 0) == 0, "xattr " + path);
 }
 
+// A file of `size` bytes that holds one page of data in its middle and holes around it.
+void writeSparseFile(const std::string& path, off_t size) {
+    int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
+    const std::string page(4096, 's');
+    check(fd >= 0 && pwrite(fd, page.data(), page.size(), size / 2) == static_cast<ssize_t>(page.size()) &&
+              ftruncate(fd, size) == 0 && close(fd) == 0,
+          "sparse file " + path);
+}
+
 // Distinct times for every item, set deepest first so that folders keep theirs.
 void stampTimes(const std::string& root) {
     std::vector<fs::path> items{root};
@@ -70,6 +79,7 @@ std::string describe(const std::string& path) {
     if (!S_ISLNK(status.st_mode)) text += " mode " + std::to_string(status.st_mode & 07777);
     text += " owner " + std::to_string(status.st_uid) + ":" + std::to_string(status.st_gid);
     if (S_ISREG(status.st_mode)) text += " size " + std::to_string(status.st_size) + " digest " + digest(path);
+    if (S_ISREG(status.st_mode) && status.st_blocks * 512 < status.st_size) text += " sparse";
     text += " mtime " + std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec);
     return text + attributes(path);
 }
@@ -93,6 +103,8 @@ void makeSampleBundle(const std::string& path, std::size_t largeFileSize) {
     writeFile(contents + "/Resources/Large.bin", std::string(largeFileSize, '\x5a'));
     writeFile(contents + "/Resources/Locked/Inside.txt", "read-only folder\n", 0444);
     writeFile(contents + "/_CodeSignature/CodeResources", "<plist/>\n", 0600);
+    writeSparseFile(contents + "/Resources/Sparse.db", 4 << 20);
+    check(::link((contents + "/MacOS/Kelvo").c_str(), (contents + "/Resources/kelvo-cli").c_str()) == 0, "hard link");
     attribute(contents + "/MacOS/Kelvo", "user.com.apple.quarantine", "0083;5f1;Kelvo;");
     attribute(contents + "/Resources", "user.com.apple.FinderInfo", std::string(32, '\0'));
     attribute(contents + "/Info.plist", "user.kelvo.binary", std::string("\x00\x01\xff", 3));
@@ -100,6 +112,9 @@ void makeSampleBundle(const std::string& path, std::size_t largeFileSize) {
         writeFile(contents + "/MacOS/Helper", "#!/bin/sh\n", 0755);
         check(chown((contents + "/MacOS/Helper").c_str(), 1234, 5678) == 0, "chown");
         check(chmod((contents + "/MacOS/Helper").c_str(), 04755) == 0, "setuid");
+        // File capabilities, version 2: cap_net_bind_service, effective.
+        attribute(contents + "/MacOS/Helper", "security.capability",
+                  std::string("\x01\0\0\x02\0\x04\0\0", 8) + std::string(12, '\0'));
         attribute(framework + "/Resources", "trusted.kelvo.link", "on a link");
     }
     check(chmod((contents + "/Resources/Locked").c_str(), 0555) == 0, "read-only folder");
@@ -111,6 +126,14 @@ TreeSnapshot snapshotTree(const std::string& root) {
     TreeSnapshot snapshot{{".", describe(root)}};
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
         snapshot[entry.path().lexically_relative(root).string()] = describe(entry.path());
+    }
+    // Every name of a file with several links is marked with the first of its names.
+    std::map<std::pair<dev_t, ino_t>, std::string> firstNames;
+    for (auto& [relative, description] : snapshot) {
+        struct stat status{};
+        if (lstat((root + "/" + relative).c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink > 1) {
+            description += " same file as " + firstNames.try_emplace({status.st_dev, status.st_ino}, relative).first->second;
+        }
     }
     return snapshot;
 }

@@ -9,14 +9,16 @@ namespace testing_support {
 
 // Makes an app bundle at `path` (which must not exist): Contents/Info.plist, an executable, a
 // framework with Versions/Current and its top-level links, a dangling and an absolute link, an
-// empty folder, a read-only folder, extended attributes on files and folders, a setuid file and
-// a file of another owner (when root), a file of `largeFileSize` bytes, awkward names, and
-// times to the nanosecond on every item.
+// empty folder, a read-only folder, extended attributes on files and folders, a setuid file of
+// another owner with file capabilities (when root), a file of `largeFileSize` bytes, a sparse
+// file, a file with two names (hard links), awkward names, and times to the nanosecond on every
+// item.
 void makeSampleBundle(const std::string& path, std::size_t largeFileSize = 1 << 20);
 
 // Every item below `root` (the root itself as "."), by relative path, described by kind, link
-// target, permission bits, owner, size, contents digest, extended attributes and modification
-// time. Made with std::filesystem and l* system calls, never with the code under test.
+// target, permission bits, owner, size, contents digest, whether it is sparse, which names are
+// the same file, extended attributes and modification time. Made with std::filesystem and l*
+// system calls, never with the code under test.
 using TreeSnapshot = std::map<std::string, std::string>;
 TreeSnapshot snapshotTree(const std::string& root);
 

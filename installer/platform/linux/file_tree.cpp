@@ -5,7 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
+#include <filesystem>
+#include <map>
 #include <mutex>
 #include <utility>
 #include <vector>
@@ -13,11 +16,14 @@
 #include "platform/linux/copy_workers.h"
 #include "platform/linux/file_contents.h"
 #include "platform/linux/item_metadata.h"
+#include "platform/posix/descriptor.h"
 #include "platform/posix/error_number_text.h"
 #include "platform/posix/tree_removal.h"
 
 namespace platform::linux_backend {
 namespace {
+
+using posix::Descriptor;
 
 // A walker thread creates folders and links while these copy files: on two cores, one reads
 // while another waits for the disk.
@@ -26,19 +32,32 @@ constexpr std::size_t kCopyThreads = 4;
 constexpr std::size_t kQueuedFiles = 256;
 constexpr std::size_t kCopyBufferSize = 256 * 1024;
 constexpr const char* kUnsupportedKind = "it is neither a file, a folder nor a symbolic link";
+constexpr const char* kOntoItself = "an item cannot be copied onto itself";
+constexpr const char* kIntoItself = "a folder cannot be copied into itself";
+constexpr int kNewFileFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
 
 Error copyError(const std::string& from, const std::string& to, const std::string& reason) {
     return Error("Could not copy \u201C" + from + "\u201D to \u201C" + to + "\u201D: " + reason + ".");
 }
 
-// An open descriptor, closed when it goes.
-struct Descriptor {
-    int fd = -1;
-    explicit Descriptor(int value) : fd(value) {}
-    ~Descriptor() { if (fd >= 0) close(fd); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-};
+// Where `path` leads once every link and ".." in the folders above it is resolved: the part
+// that exists by the system, the rest (folders still to be made) by reading it. A link at `path`
+// itself is not followed, as the copy does not follow it. Nothing when that cannot be told.
+std::optional<std::filesystem::path> location(const std::string& path) {
+    namespace fs = std::filesystem;
+    std::error_code error;
+    fs::path item = fs::absolute(path, error);
+    if (error) return std::nullopt;
+    struct stat status{};
+    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
+        item = fs::weakly_canonical(item.parent_path(), error) / item.filename();
+    } else {
+        item = fs::weakly_canonical(item, error);
+    }
+    if (error) return std::nullopt;
+    if (!item.has_filename() && item.has_relative_path()) item = item.parent_path();  // a trailing "/"
+    return item;
+}
 
 class TreeCopy {
 public:
@@ -47,6 +66,7 @@ public:
     std::optional<Error> run(const std::string& from, const std::string& to) {
         struct stat status{};
         if (lstat(from.c_str(), &status) != 0) return copyError(from, to, posix::errorNumberText(errno));
+        if (std::optional<Error> refusal = copyIntoItselfError(from, to)) return refusal;
         copyItem(from, to, S_ISREG(status.st_mode) ? DT_REG : DT_UNKNOWN);
         workers_.finish();
         if (!failed()) finishFolders();
@@ -140,8 +160,21 @@ private:
         clearWay(from, to, false);
         if (failed()) return;
         if (symlink(target.c_str(), to.c_str()) != 0) return fail(from, to, errno);
-        if (std::optional<int> error = copyExtendedAttributes({-1, from}, {-1, to})) return fail(from, to, *error);
-        if (std::optional<int> error = applyOwnerModeAndTimes({-1, to}, status)) fail(from, to, *error);
+        if (std::optional<int> error = copyMetadata({-1, from}, {-1, to}, status)) fail(from, to, *error);
+    }
+
+    // Opens the new file `to` into `out`. For a further name of a file with several names (hard
+    // links) whose copy is made already, makes `to` one more name of that copy instead, leaving
+    // `out` closed. The error number on failure.
+    std::optional<int> createFile(const std::string& to, const struct stat& status, Descriptor& out) {
+        std::unique_lock lock(linksMutex_, std::defer_lock);
+        if (status.st_nlink > 1) {
+            lock.lock();  // held while the first copy is made, so no other name links to it before
+            auto [copy, isFirst] = copiesOfLinkedFiles_.try_emplace({status.st_dev, status.st_ino}, to);
+            if (!isFirst) return link(copy->second.c_str(), to.c_str()) == 0 ? std::nullopt : std::optional<int>(errno);
+        }
+        out = Descriptor(open(to.c_str(), kNewFileFlags, S_IRUSR | S_IWUSR));
+        return out.get() < 0 ? std::optional<int>(errno) : std::nullopt;
     }
 
     // Runs on a copying thread.
@@ -149,20 +182,20 @@ private:
         if (failed()) return;
         Descriptor in(open(from.c_str(), O_RDONLY | O_NOFOLLOW | O_CLOEXEC));
         struct stat status{};
-        if (in.fd < 0 || fstat(in.fd, &status) != 0) return fail(from, to, errno);
+        if (in.get() < 0 || fstat(in.get(), &status) != 0) return fail(from, to, errno);
         if (!S_ISREG(status.st_mode)) return fail(from, to, kUnsupportedKind);
         clearWay(from, to, false);
         if (failed()) return;
-        Descriptor out(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR));
-        if (out.fd < 0) return fail(from, to, errno);
-        posix_fadvise(in.fd, 0, 0, POSIX_FADV_SEQUENTIAL);
+        Descriptor out;
+        if (std::optional<int> error = createFile(to, status, out)) return fail(from, to, *error);
+        if (out.get() < 0) return;  // one more name of a file copied already
+        posix_fadvise(in.get(), 0, 0, POSIX_FADV_SEQUENTIAL);
 
         thread_local std::vector<char> buffer;
         if (buffer.empty()) buffer.resize(kCopyBufferSize);
-        std::optional<int> error = copyFileContents(in.fd, out.fd, rangeCopyWorks_, buffer);
-        if (!error) error = copyExtendedAttributes({in.fd, from}, {out.fd, to});
-        if (!error) error = applyOwnerModeAndTimes({out.fd, to}, status);
-        if (!error && close(std::exchange(out.fd, -1)) != 0) error = errno;
+        std::optional<int> error = copyFileContents(in.get(), out.get(), status, rangeCopyWorks_, buffer);
+        if (!error) error = copyMetadata({in.get(), from}, {out.get(), to}, status);
+        if (!error && close(out.release()) != 0) error = errno;
         if (error) fail(from, to, *error);
     }
 
@@ -171,9 +204,8 @@ private:
     void finishFolders() {
         for (auto folder = folders_.rbegin(); folder != folders_.rend() && !failed(); ++folder) {
             Descriptor fd(open(folder->to.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-            std::optional<int> error = fd.fd < 0 ? std::optional<int>(errno) : std::nullopt;
-            if (!error) error = copyExtendedAttributes({-1, folder->from}, {fd.fd, folder->to});
-            if (!error) error = applyOwnerModeAndTimes({fd.fd, folder->to}, folder->status);
+            std::optional<int> error = fd.get() < 0 ? std::optional<int>(errno) : std::nullopt;
+            if (!error) error = copyMetadata({-1, folder->from}, {fd.get(), folder->to}, folder->status);
             if (error) fail(folder->from, folder->to, *error);
         }
     }
@@ -184,10 +216,25 @@ private:
     std::mutex errorMutex_;
     std::optional<Error> error_;
     std::vector<Folder> folders_;  // in the order made, so parents before their children
-    CopyWorkers workers_;          // last, so its threads are joined before the rest goes
+    std::mutex linksMutex_;
+    // The first copy of each file with several names met so far, by the original's device and inode.
+    std::map<std::pair<dev_t, ino_t>, std::string> copiesOfLinkedFiles_;
+    CopyWorkers workers_;  // last, so its threads are joined before the rest goes
 };
 
 }  // namespace
+
+std::optional<Error> copyIntoItselfError(const std::string& from, const std::string& to) {
+    std::optional<std::filesystem::path> source = location(from);
+    std::optional<std::filesystem::path> destination = location(to);
+    if (!source || !destination) return std::nullopt;
+    auto [inSource, inDestination] = std::mismatch(source->begin(), source->end(), destination->begin(), destination->end());
+    if (inSource != source->end()) return std::nullopt;
+    if (inDestination == destination->end()) return copyError(from, to, kOntoItself);
+    struct stat status{};
+    if (lstat(from.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;  // holds nothing
+    return copyError(from, to, kIntoItself);
+}
 
 std::optional<Error> copyTree(const std::string& from, const std::string& to) {
     return TreeCopy(false).run(from, to);

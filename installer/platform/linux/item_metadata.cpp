@@ -46,8 +46,6 @@ bool mayBeLeftOut(std::string_view name, int error) {
     return refused && !name.starts_with(kUserNamespace);
 }
 
-}  // namespace
-
 std::optional<int> copyExtendedAttributes(ItemHandle source, ItemHandle destination) {
     std::vector<char> names;
     ssize_t listed = listNames(source, names);
@@ -70,13 +68,16 @@ std::optional<int> copyExtendedAttributes(ItemHandle source, ItemHandle destinat
     return std::nullopt;
 }
 
-std::optional<int> applyOwnerModeAndTimes(ItemHandle destination, const struct stat& status) {
+}  // namespace
+
+std::optional<int> copyMetadata(ItemHandle source, ItemHandle destination, const struct stat& status) {
     bool isLink = destination.fd < 0;
     if (geteuid() == 0) {
         int changed = isLink ? lchown(destination.path.c_str(), status.st_uid, status.st_gid)
                              : fchown(destination.fd, status.st_uid, status.st_gid);
         if (changed != 0) return errno;
     }
+    if (std::optional<int> error = copyExtendedAttributes(source, destination)) return error;
     if (!isLink && fchmod(destination.fd, status.st_mode & 07777) != 0) return errno;
     const struct timespec times[2] = {status.st_atim, status.st_mtim};
     int timed = isLink ? utimensat(AT_FDCWD, destination.path.c_str(), times, AT_SYMLINK_NOFOLLOW)

@@ -16,16 +16,13 @@ struct ItemHandle {
     const std::string& path;
 };
 
-// Copies every extended attribute of `source` to `destination`. Attributes this user may not
-// write outside the "user." namespace (trusted., security., ...) are left out; anything else
-// that fails is an error. The error number on failure.
-std::optional<int> copyExtendedAttributes(ItemHandle source, ItemHandle destination);
-
-// Gives `destination` the owner (when running as root), the permission bits and the access and
-// modification times in `status`, in that order: changing the owner clears setuid bits, so the
-// mode follows it, and the times come last because the other changes do not touch them. For a
-// symbolic link (`destination.fd` negative) only the owner and the times apply. The error
-// number on failure.
-std::optional<int> applyOwnerModeAndTimes(ItemHandle destination, const struct stat& status);
+// Gives `destination` the metadata of `source`, whose status is `status`: the owner (when
+// running as root), every extended attribute, the permission bits and the access and
+// modification times, in that order. Changing the owner clears setuid bits and file capabilities
+// (the "security.capability" attribute), so attributes and mode follow it; the times come last
+// because nothing else touches them. Attributes this user may not write outside the "user."
+// namespace (trusted., security., ...) are left out. For a symbolic link (`destination.fd`
+// negative) the permission bits do not apply. The error number on failure.
+std::optional<int> copyMetadata(ItemHandle source, ItemHandle destination, const struct stat& status);
 
 }  // namespace platform::linux_backend

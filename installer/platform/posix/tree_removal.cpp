@@ -1,5 +1,9 @@
 #include "platform/posix/tree_removal.h"
 
+// Recursive removal that works on descriptors, so no symbolic link is ever followed: every
+// folder is opened with O_NOFOLLOW relative to its already-open parent. Only the folder being
+// emptied is open, so a tree of any depth takes a few descriptors: on the way back up, the
+// parent is reopened through "..", which is never a link, and must be the folder that was left.
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -9,18 +13,21 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/posix/descriptor.h"
 #include "platform/posix/error_number_text.h"
 
 namespace platform::posix {
 namespace {
 
-// Works on descriptors, so no symbolic link is ever followed: every folder is opened with
-// O_NOFOLLOW relative to its already-open parent.
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+constexpr const char* kMoved = "it was moved while being removed";
 
-Error removeError(const std::string& path, int error) {
-    return Error("Could not remove \u201C" + path + "\u201D: " + errorNumberText(error) + ".");
+using Entries = std::vector<std::pair<std::string, unsigned char>>;
+
+Error removeError(const std::string& path, const std::string& reason) {
+    return Error("Could not remove \u201C" + path + "\u201D: " + reason + ".");
 }
+Error removeError(const std::string& path, int error) { return removeError(path, errorNumberText(error)); }
 
 bool isDenied(int error) { return error == EACCES || error == EPERM; }
 
@@ -38,14 +45,14 @@ int openFolder(int parent, const char* name) {
     return openat(parent, name, kFolderFlags);
 }
 
-std::optional<std::vector<std::pair<std::string, unsigned char>>> entriesOf(int folder) {
+std::optional<Entries> entriesOf(int folder) {
     int copy = dup(folder);
     DIR* listing = copy >= 0 ? fdopendir(copy) : nullptr;
     if (listing == nullptr) {
         if (copy >= 0) close(copy);
         return std::nullopt;
     }
-    std::vector<std::pair<std::string, unsigned char>> entries;
+    Entries entries;
     errno = 0;
     while (dirent* entry = readdir(listing)) {
         std::string_view name = entry->d_name;
@@ -60,42 +67,93 @@ std::optional<std::vector<std::pair<std::string, unsigned char>>> entriesOf(int 
     return entries;
 }
 
-std::optional<Error> removeContents(int folder, const std::string& path);
+bool isSameFolder(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
 
-// Removes the entry `name` of the open folder `folder` (at `path`), and all below it.
-std::optional<Error> removeEntry(int folder, const std::string& path, const std::string& name, unsigned char type) {
-    std::string entryPath = path + "/" + name;
-    if (type == DT_UNKNOWN) {
-        struct stat status{};
-        if (fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return removeError(entryPath, errno);
-        type = S_ISDIR(status.st_mode) ? DT_DIR : DT_REG;
-    }
-    if (type == DT_DIR) {
-        int child = openFolder(folder, name.c_str());
-        if (child < 0) return removeError(entryPath, errno);
-        std::optional<Error> error = removeContents(child, entryPath);
-        close(child);
-        if (error) return error;
-    }
-    int flags = type == DT_DIR ? AT_REMOVEDIR : 0;
-    if (unlinkat(folder, name.c_str(), flags) == 0) return std::nullopt;
-    // A read-only folder of ours: allow removing from it, then try once more.
-    struct stat status{};
-    if (isDenied(errno) && fstat(folder, &status) == 0 &&
-        fchmod(folder, (status.st_mode & 07777) | S_IRWXU) == 0 && unlinkat(folder, name.c_str(), flags) == 0) {
+class TreeRemoval {
+public:
+    std::optional<Error> run(const std::string& top) {
+        if (std::optional<Error> error = enter(AT_FDCWD, top)) return error;
+        while (!levels_.empty()) {
+            if (levels_.back().left.empty()) {
+                if (std::optional<Error> error = leave()) return error;
+                continue;
+            }
+            auto [name, type] = std::move(levels_.back().left.back());
+            levels_.back().left.pop_back();
+            if (type == DT_UNKNOWN) {
+                struct stat status{};
+                if (fstatat(folder_.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return failure(name);
+                type = S_ISDIR(status.st_mode) ? DT_DIR : DT_REG;
+            }
+            std::optional<Error> error = type == DT_DIR ? enter(folder_.get(), name) : removeEntry(name, 0);
+            if (error) return error;
+        }
         return std::nullopt;
     }
-    return removeError(entryPath, errno);
-}
 
-std::optional<Error> removeContents(int folder, const std::string& path) {
-    auto entries = entriesOf(folder);
-    if (!entries) return removeError(path, errno);
-    for (const auto& [name, type] : *entries) {
-        if (std::optional<Error> error = removeEntry(folder, path, name, type)) return error;
+private:
+    // A folder on the way down from the top, with what is left in it to remove.
+    struct Level {
+        std::string name;  // in its parent; the whole path for the top
+        struct stat status;
+        Entries left;
+    };
+
+    std::string pathOf(const std::string& name) const {
+        std::string path;
+        for (const Level& level : levels_) path += level.name + "/";
+        return path + name;
     }
-    return std::nullopt;
-}
+
+    // The error for the entry `name` of the open folder, for the reason in errno.
+    Error failure(const std::string& name) const {
+        int error = errno;
+        return removeError(pathOf(name), error);
+    }
+
+    // Opens and lists the folder `name` of `parent`, which becomes the open folder.
+    std::optional<Error> enter(int parent, const std::string& name) {
+        Descriptor child(openFolder(parent, name.c_str()));
+        struct stat status{};
+        if (child.get() < 0 || fstat(child.get(), &status) != 0) return failure(name);
+        std::optional<Entries> entries = entriesOf(child.get());
+        if (!entries) return failure(name);
+        levels_.push_back({name, status, std::move(*entries)});
+        folder_ = std::move(child);
+        return std::nullopt;
+    }
+
+    // Goes back up from the emptied open folder and removes it.
+    std::optional<Error> leave() {
+        std::string name = std::move(levels_.back().name);
+        levels_.pop_back();
+        if (levels_.empty()) {
+            folder_ = Descriptor();
+            return rmdir(name.c_str()) == 0 ? std::nullopt : std::optional(removeError(name, errno));
+        }
+        Descriptor parent(openat(folder_.get(), "..", kFolderFlags));
+        struct stat status{};
+        if (parent.get() < 0 || fstat(parent.get(), &status) != 0) return failure(name);
+        if (!isSameFolder(status, levels_.back().status)) return removeError(pathOf(name), kMoved);
+        folder_ = std::move(parent);
+        return removeEntry(name, AT_REMOVEDIR);
+    }
+
+    // Removes the entry `name` of the open folder, opening up a read-only folder of ours.
+    std::optional<Error> removeEntry(const std::string& name, int flags) {
+        if (unlinkat(folder_.get(), name.c_str(), flags) == 0) return std::nullopt;
+        struct stat status{};
+        if (isDenied(errno) && fstat(folder_.get(), &status) == 0 &&
+            fchmod(folder_.get(), (status.st_mode & 07777) | S_IRWXU) == 0 &&
+            unlinkat(folder_.get(), name.c_str(), flags) == 0) {
+            return std::nullopt;
+        }
+        return failure(name);
+    }
+
+    Descriptor folder_;  // the deepest level's folder
+    std::vector<Level> levels_;
+};
 
 }  // namespace
 
@@ -106,13 +164,7 @@ std::optional<Error> removeTree(const std::string& path) {
         if (unlink(path.c_str()) != 0) return removeError(path, errno);
         return std::nullopt;
     }
-    int folder = openFolder(AT_FDCWD, path.c_str());
-    if (folder < 0) return removeError(path, errno);
-    std::optional<Error> error = removeContents(folder, path);
-    close(folder);
-    if (error) return error;
-    if (rmdir(path.c_str()) != 0) return removeError(path, errno);
-    return std::nullopt;
+    return TreeRemoval().run(path);
 }
 
 }  // namespace platform::posix

@@ -47,9 +47,9 @@ std::optional<std::string> dittoCopy(const std::string& source, const std::strin
     struct stat to{};
     bool destinationIsFolder = stat(destination.c_str(), &to) == 0 && S_ISDIR(to.st_mode);
     std::string target = destination;
-    if (destinationIsFolder && !S_ISDIR(from.st_mode)) {
-        target = destination + "/" + lastComponent(source);
-    } else if (!destinationIsFolder) {
+    if (destinationIsFolder && !S_ISDIR(from.st_mode)) target = destination + "/" + lastComponent(source);
+    if (std::optional<Error> refusal = copyIntoItselfError(source, target)) return refusal->localizedDescription();
+    if (!destinationIsFolder) {
         if (auto error = makeFolders(parentFolder(destination))) return error;
     }
     if (std::optional<Error> error = mergeTree(source, target)) return error->localizedDescription();

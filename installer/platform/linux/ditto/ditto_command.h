@@ -17,6 +17,7 @@ inline constexpr const char* kDittoVersionLine = "ditto 1.0 (the Kelvo installer
 //   way being replaced;
 // - anything else into an existing folder: copied into it under its own name;
 // - anything else to any other destination: the copy replaces what is there.
+// A copy into or onto the source itself is refused before any folder is made.
 // A readable sentence on failure.
 std::optional<std::string> dittoCopy(const std::string& source, const std::string& destination);
 

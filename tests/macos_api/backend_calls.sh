@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks that the macOS backend makes every platform call the installer is specified to make: each
+# Checks that the macOS backend makes every platform call the installer is built on: each
 # row of the table below must match (grep -E) somewhere in the backend's Objective-C++ sources.
 #   bash tests/macos_api/backend_calls.sh [FOLDER]
 # FOLDER defaults to installer/platform/macos. A row's place is a file name there, "*" for any .mm

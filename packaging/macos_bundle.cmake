@@ -1,7 +1,7 @@
 # On macOS: the bundle with its .icns icon and PkgInfo, signed, and a compressed HFS+ disk image.
 set(KELVO_DISK_IMAGE "${CMAKE_CURRENT_BINARY_DIR}/Install Kelvo.dmg" CACHE INTERNAL "The disk image")
 set(KELVO_SIGNING_IDENTITY "-" CACHE STRING
-    "The identity the bundle and its Kelvo.app are signed with: - signs ad hoc; a Developer ID Application identity signs for distribution")
+    "What signs the bundle and its Kelvo.app: - (ad hoc), or a Developer ID Application identity")
 
 if(NOT TARGET installer_app)
   message(STATUS "No installer application target yet: the disk image is not built")

@@ -20,14 +20,15 @@ bundle() {
     none) ;;
     junk) echo "CFBundleIdentifier = $identifier" >"$contents/Info.plist" ;;
     *)
-      printf '<?xml version="1.0" encoding="UTF-8"?>\n<plist version="1.0"><dict><key>CFBundleIdentifier</key><string>%s</string><key>CFBundleExecutable</key><string>%s</string></dict></plist>\n' \
-        "$3" "$4" >"$work/$1.xml"
+      printf '<plist version="1.0"><dict><key>%s</key><string>%s</string><key>%s</key><string>%s</string></dict></plist>\n' \
+        CFBundleIdentifier "$3" CFBundleExecutable "$4" >"$work/$1.xml"
       plistutil -i "$work/$1.xml" -o "$contents/Info.plist" -f "$2"
       ;;
   esac
 }
 
-# expect NAME REFUSAL COMMAND...: COMMAND must fail with REFUSAL in its output, or pass when REFUSAL is empty.
+# expect NAME REFUSAL COMMAND...: COMMAND must fail with REFUSAL in its output, or pass when
+# REFUSAL is empty.
 expect() {
   local name=$1 refusal=$2 output status
   shift 2

@@ -2,12 +2,14 @@
 //
 // Every event appends one line to the record file: the file named by the environment variable
 // KELVO_LAUNCH_RECORD; without it, "kelvo-launches.log" in $XDG_RUNTIME_DIR, or in /tmp when that is
-// not set. A line is TAB-separated "key=value" fields, the first three always "pid=<pid>",
-// "event=<name>" and "monotonic=<seconds on CLOCK_MONOTONIC>"; in values a backslash, TAB and line feed are written as "\\", "\t" and "\n".
+// not set. (An app that the macOS workspace opens does not inherit its opener's environment: there
+// the record is /tmp/kelvo-launches.log.) A line is TAB-separated "key=value" fields, the first
+// three always "pid=<pid>", "event=<name>" and "monotonic=<seconds on CLOCK_MONOTONIC>"; in values a
+// backslash, TAB and line feed are written as "\\", "\t" and "\n".
 //
 //   started: executable=<path> cwd=<folder> argc=<n>, then one arg=<text> per argument, in order
 //   eject:   volume=<path> outcome=ejected | outcome=<why it failed>
-//   quit:    signal=<number>
+//   quit:    signal=<number>, or on macOS request=terminate when it was asked to quit
 //
 // Each line is written with one append so lines of concurrent copies never interleave.
 #pragma once

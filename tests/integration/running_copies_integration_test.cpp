@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "platform/posix/child_processes.h"
+#include "engine/product_identity.h"
 #include "platform/services.h"
 #include "support/installer_test_access.h"
 #include "support/started_process.h"
@@ -127,7 +128,7 @@ TEST_F(RunningCopies, HandleOfAnExitedCopyReportsTerminatedAndSignalsNothing) {
         application = platform::workspace().runningApplicationWithProcessIdentifier(kelvo.pid());
         ASSERT_NE(application, nullptr);
         EXPECT_FALSE(application->isTerminated());
-        EXPECT_EQ(application->bundleIdentifier(), "com.getkelvo.Kelvo");
+        EXPECT_EQ(application->bundleIdentifier(), engine::kTargetBundleIdentifier);
         EXPECT_EQ(application->executableURL()->path(),
                   std::filesystem::canonical(testing_support::standInKelvoExecutable()).string());
     }  // killed and reaped here

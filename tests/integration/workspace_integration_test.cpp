@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <set>
 
+#include "engine/product_identity.h"
 #include "platform/services.h"
 #include "support/command.h"
 #include "support/started_process.h"
@@ -58,7 +59,7 @@ TEST(Workspace, ListsExactlyTheBundleCopiesThatPgrepAndPsSee) {
     for (pid_t pid : {first.pid(), second.pid()}) {
         auto application = platform::workspace().runningApplicationWithProcessIdentifier(pid);
         ASSERT_NE(application, nullptr) << pid;
-        EXPECT_EQ(application->bundleIdentifier(), "com.getkelvo.Kelvo");
+        EXPECT_EQ(application->bundleIdentifier(), engine::kTargetBundleIdentifier);
         EXPECT_FALSE(application->isTerminated());
     }
     EXPECT_EQ(platform::workspace().runningApplicationWithProcessIdentifier(getpid()), nullptr);
@@ -74,7 +75,7 @@ TEST(Workspace, ReadsTheBundleIdentifierFromABinaryInfoPlist) {
     std::filesystem::copy_file(testing_support::standInKelvoExecutable(), bundle + "/Contents/MacOS/Kelvo");
     // The same dictionary, written in the binary form.
     plist_t info = plist_new_dict();
-    plist_dict_set_item(info, "CFBundleIdentifier", plist_new_string("com.getkelvo.Kelvo"));
+    plist_dict_set_item(info, "CFBundleIdentifier", plist_new_string(engine::kTargetBundleIdentifier));
     plist_dict_set_item(info, "CFBundleExecutable", plist_new_string("Kelvo"));
     char* binary = nullptr;
     uint32_t length = 0;
@@ -87,7 +88,7 @@ TEST(Workspace, ReadsTheBundleIdentifierFromABinaryInfoPlist) {
     StartedProcess kelvo(bundle + "/Contents/MacOS/Kelvo", {});
     auto application = platform::workspace().runningApplicationWithProcessIdentifier(kelvo.pid());
     ASSERT_NE(application, nullptr);
-    EXPECT_EQ(application->bundleIdentifier(), "com.getkelvo.Kelvo");
+    EXPECT_EQ(application->bundleIdentifier(), engine::kTargetBundleIdentifier);
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/product_identity.h"
 #include "platform/services.h"
 
 namespace testing_support {
@@ -29,7 +30,7 @@ struct ScriptedProcess {
     // How the running-application list shows it; `application` false keeps it off the list and
     // gives it no application object.
     bool application = true;
-    std::optional<std::string> bundleIdentifier = "com.getkelvo.Kelvo";
+    std::optional<std::string> bundleIdentifier = engine::kTargetBundleIdentifier;
     std::optional<std::string> executable = kKelvoExecutablePath;
     bool reportsTerminated = false;  // listed, but its handle says it has terminated
 

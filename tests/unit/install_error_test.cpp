@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "engine/install_error.h"
+#include "engine/product_identity.h"
 
 namespace {
 
@@ -42,8 +43,8 @@ TEST(InstallError, EveryCaseHasItsExactMessage) {
          "Kelvo was installed, but could not be launched automatically.\na\r\nb"
          "\nOpen Kelvo from your Applications folder to finish setup."},
         {"embedded app missing", InstallError::embeddedAppMissing(),
-         "This installer is damaged: the embedded Kelvo app is missing. "
-         "Please re-download the disk image from getkelvo.com."},
+         std::string("This installer is damaged: the embedded Kelvo app is missing. ") +
+             "Please re-download the disk image from " + engine::kProductWebAddress + "."},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(row.error.errorDescription(), row.message) << row.name;

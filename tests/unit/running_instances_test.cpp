@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "engine/product_identity.h"
 #include "support/installer_test_access.h"
 #include "support/scripted_processes.h"
 
@@ -7,6 +8,7 @@ namespace {
 
 using engine::Installer;
 using engine::InstallerTestAccess;
+using engine::kTargetBundleIdentifier;
 using engine::ProcessIdentifiers;
 using testing_support::ScriptedProcess;
 using testing_support::ScriptedSystem;
@@ -78,8 +80,8 @@ TEST_F(RunningInstances, ApplicationScanCountsByBundleIdentifierOrExecutableName
         bool counts;
     } rows[] = {
         {"target identifier, other executable",
-         applicationOnly(7, "com.getkelvo.Kelvo", "/opt/Other.app/Contents/MacOS/Other"), true},
-        {"target identifier, no executable", applicationOnly(7, "com.getkelvo.Kelvo", std::nullopt), true},
+         applicationOnly(7, kTargetBundleIdentifier, "/opt/Other.app/Contents/MacOS/Other"), true},
+        {"target identifier, no executable", applicationOnly(7, kTargetBundleIdentifier, std::nullopt), true},
         {"other identifier, executable Kelvo", applicationOnly(7, "org.example.Tool", "/tmp/Kelvo"), true},
         {"no identifier, executable Kelvo", applicationOnly(7, std::nullopt, "/x/Y.app/Contents/MacOS/Kelvo"), true},
         {"no identifier, no executable", applicationOnly(7, std::nullopt, std::nullopt), false},
@@ -99,7 +101,7 @@ TEST_F(RunningInstances, ApplicationScanCountsByBundleIdentifierOrExecutableName
 }
 
 TEST_F(RunningInstances, TerminatedApplicationsDoNotCountThroughTheList) {
-    ScriptedProcess terminated = applicationOnly(7, "com.getkelvo.Kelvo", testing_support::kKelvoExecutablePath);
+    ScriptedProcess terminated = applicationOnly(7, kTargetBundleIdentifier, testing_support::kKelvoExecutablePath);
     terminated.reportsTerminated = true;
     system.processes = {terminated};
     EXPECT_EQ(found(), ProcessIdentifiers{});
@@ -111,20 +113,20 @@ TEST_F(RunningInstances, TerminatedApplicationsDoNotCountThroughTheList) {
 
 TEST_F(RunningInstances, OwnProcessIsNeverListedByEitherSource) {
     system.ownProcessIdentifier = 300;
-    system.processes = {applicationOnly(300, "com.getkelvo.Kelvo", testing_support::kKelvoExecutablePath),
+    system.processes = {applicationOnly(300, kTargetBundleIdentifier, testing_support::kKelvoExecutablePath),
                         toolOnly(301)};
     system.toolAnswers.push_back(toolResult(0, "300\n301\n"));
     EXPECT_EQ(found(), ProcessIdentifiers{301});
 }
 
 TEST_F(RunningInstances, MergesBothSourcesOnceEachAscending) {
-    system.processes = {applicationOnly(498, "com.getkelvo.Kelvo", testing_support::kKelvoExecutablePath)};
+    system.processes = {applicationOnly(498, kTargetBundleIdentifier, testing_support::kKelvoExecutablePath)};
     system.toolAnswers.push_back(toolResult(0, "512\n498\n"));
     EXPECT_EQ(found(), (ProcessIdentifiers{498, 512}));
 }
 
 TEST_F(RunningInstances, NoMatchKeepsTheApplicationsAscendingAndReadsNoOutput) {
-    system.processes = {applicationOnly(900, "com.getkelvo.Kelvo", std::nullopt),
+    system.processes = {applicationOnly(900, kTargetBundleIdentifier, std::nullopt),
                         applicationOnly(40, std::nullopt, "/tmp/Kelvo")};
     system.toolAnswers.push_back(toolResult(1, "77\n", "ignored"));
     EXPECT_EQ(found(), (ProcessIdentifiers{40, 900}));
@@ -177,7 +179,7 @@ TEST_F(RunningInstances, OtherStatusesFailWithTheTrimmedErrorOutput) {
     };
     for (const auto& row : rows) {
         ScriptedSystem scripted;
-        scripted.processes = {applicationOnly(55, "com.getkelvo.Kelvo", std::nullopt)};
+        scripted.processes = {applicationOnly(55, kTargetBundleIdentifier, std::nullopt)};
         scripted.toolAnswers.push_back(toolResult(row.status, "12\n", row.error));
         platform::ScopedServices scope(scripted.services());
         auto result = InstallerTestAccess::runningKelvoProcessIdentifiers(Installer({"installer"}));
@@ -187,7 +189,7 @@ TEST_F(RunningInstances, OtherStatusesFailWithTheTrimmedErrorOutput) {
 }
 
 TEST_F(RunningInstances, ToolThatCannotStartFailsWithTheStartErrorsDescription) {
-    system.processes = {applicationOnly(55, "com.getkelvo.Kelvo", std::nullopt)};
+    system.processes = {applicationOnly(55, kTargetBundleIdentifier, std::nullopt)};
     const std::string reason = "The program \u201C/usr/bin/pgrep\u201D could not be started: No such file or directory.";
     system.toolAnswers.push_back(ScriptedSystem::ToolAnswer::failure(platform::Error(reason)));
     EXPECT_EQ(failure(), kInspectionLead + reason);

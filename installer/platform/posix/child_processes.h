@@ -1,7 +1,6 @@
 // Child processes with posix_spawn and a pipe each for standard output and standard error.
-// Shared by both backends as POSIX code; two of its calls are glibc's (pipe2 and
-// posix_spawn_file_actions_addclosefrom_np), which a macOS build would replace with pipe plus
-// FD_CLOEXEC and POSIX_SPAWN_CLOEXEC_DEFAULT.
+// POSIX code, but two of its calls are glibc's (pipe2 and posix_spawn_file_actions_addclosefrom_np),
+// so only glibc builds compile it; the macOS backend runs its children with NSTask.
 //
 // Only the two pipe ends reach the child besides its inherited standard input: every other
 // descriptor is closed in it, whether or not it was opened close-on-exec. Both pipes are drained

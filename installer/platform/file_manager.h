@@ -20,8 +20,9 @@ public:
     // its target does (the link is followed, as the platform's own test does).
     virtual bool fileExistsAtPath(const std::string& path) = 0;
 
-    // The process's current working directory, as an absolute path.
-    virtual std::string currentDirectoryPath() = 0;
+    // The process's current working directory, as an absolute path; none when it cannot be told
+    // (it has been removed, or a folder above it may not be read).
+    virtual std::optional<std::string> currentDirectoryPath() = 0;
 
     // Removes the item at `url` and everything below it. Symbolic links are removed, never
     // followed. Fails when nothing is there. Not atomic: a failure may leave part of the tree.

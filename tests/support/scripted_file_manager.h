@@ -23,7 +23,7 @@ public:
         log_.add("exists " + path);
         return existing.count(path) > 0;
     }
-    std::string currentDirectoryPath() override { return "/"; }
+    std::optional<std::string> currentDirectoryPath() override { return "/"; }
     std::optional<platform::Error> removeItem(const platform::FileURL& url) override {
         log_.add("remove " + url.path());
         if (removalError) return removalError;

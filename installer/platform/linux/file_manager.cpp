@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <climits>
 #include <vector>
 
@@ -15,13 +16,13 @@ bool LinuxFileManager::fileExistsAtPath(const std::string& path) {
     return stat(path.c_str(), &status) == 0;
 }
 
-std::string LinuxFileManager::currentDirectoryPath() {
+std::optional<std::string> LinuxFileManager::currentDirectoryPath() {
     std::vector<char> buffer(PATH_MAX);
     while (getcwd(buffer.data(), buffer.size()) == nullptr) {
-        if (errno != ERANGE) return "/";
+        if (errno != ERANGE) return std::nullopt;
         buffer.resize(buffer.size() * 2);
     }
-    return buffer.data();
+    return std::string(buffer.data());
 }
 
 std::optional<Error> LinuxFileManager::removeItem(const FileURL& url) { return removeTree(url.path()); }

@@ -4,6 +4,7 @@
 // description names what went wrong and where; nothing is thrown.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -11,6 +12,13 @@
 #include "platform/file_url.h"
 
 namespace platform {
+
+// A claim on one location in the file system that every process on the machine honours, whichever
+// user runs it. Held until the handle is destroyed or the process ends, however it ends.
+class ItemLock {
+public:
+    virtual ~ItemLock() = default;
+};
 
 class FileManager {
 public:
@@ -34,6 +42,14 @@ public:
     // modification times, extended attributes and empty folders. Not atomic: a failure may leave
     // a partial tree at `to`.
     virtual std::optional<Error> copyItem(const FileURL& from, const FileURL& to) = 0;
+
+    // Waits until no other process holds the lock for the item at `url`, then takes it. The item
+    // need not exist. Spellings of one location (through linked folders, with "." or doubled
+    // slashes) share one lock, and a location keeps its lock when missing folders on its path are
+    // created; the item's own name is not resolved, since a link there is replaced, not followed.
+    // Null when no lock can be set up here: the caller then goes on without one. Advisory: it
+    // keeps out only those who ask for it.
+    virtual std::unique_ptr<ItemLock> lockItem(const FileURL& url) = 0;
 };
 
 }  // namespace platform

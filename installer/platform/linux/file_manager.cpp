@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/linux/file_tree.h"
+#include "platform/linux/item_lock.h"
 
 namespace platform::linux_backend {
 
@@ -30,5 +31,7 @@ std::optional<Error> LinuxFileManager::removeItem(const FileURL& url) { return r
 std::optional<Error> LinuxFileManager::copyItem(const FileURL& from, const FileURL& to) {
     return copyTree(from.path(), to.path());
 }
+
+std::unique_ptr<ItemLock> LinuxFileManager::lockItem(const FileURL& url) { return lockItemAt(url.path()); }
 
 }  // namespace platform::linux_backend

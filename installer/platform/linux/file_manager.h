@@ -11,6 +11,7 @@ public:
     std::optional<std::string> currentDirectoryPath() override;
     std::optional<Error> removeItem(const FileURL& url) override;
     std::optional<Error> copyItem(const FileURL& from, const FileURL& to) override;
+    std::unique_ptr<ItemLock> lockItem(const FileURL& url) override;
 };
 
 }  // namespace platform::linux_backend

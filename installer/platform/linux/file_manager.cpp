@@ -32,6 +32,8 @@ std::optional<Error> LinuxFileManager::copyItem(const FileURL& from, const FileU
     return copyTree(from.path(), to.path());
 }
 
-std::unique_ptr<ItemLock> LinuxFileManager::lockItem(const FileURL& url) { return lockItemAt(url.path()); }
+std::unique_ptr<ItemLock> LinuxFileManager::lockItem(const FileURL& url) {
+    return posix::lockItemAt(url.path());
+}
 
 }  // namespace platform::linux_backend

@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <optional>
 
-namespace platform::linux_backend {
+namespace platform::posix {
 namespace {
 
 constexpr const char* kLockFilePrefix = "/tmp/.item-lock-";
@@ -94,4 +94,4 @@ std::unique_ptr<ItemLock> lockItemAt(const std::string& path) {
     return std::make_unique<FlockedFile>(fd);
 }
 
-}  // namespace platform::linux_backend
+}  // namespace platform::posix

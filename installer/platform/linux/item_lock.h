@@ -15,10 +15,10 @@
 
 #include "platform/file_manager.h"
 
-namespace platform::linux_backend {
+namespace platform::posix {
 
 // The lock for the item at `path` (absolute), once no other process holds it; null when it
 // cannot be set up.
 std::unique_ptr<ItemLock> lockItemAt(const std::string& path);
 
-}  // namespace platform::linux_backend
+}  // namespace platform::posix

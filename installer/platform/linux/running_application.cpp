@@ -35,8 +35,9 @@ bool isZombieOrDead(char state) { return state == 'Z' || state == 'X'; }
 // of its own, which is left behind when it takes too long and ends whenever the mount answers.
 // Neither a late answer nor a thread that cannot be started holds up the scan: both mean none.
 std::optional<std::string> bundleIdentifierWithinLimit(const std::string& bundlePath) {
-    std::packaged_task<std::optional<std::string>()> read(
-        [infoPlist = bundlePath + "/Contents/Info.plist"] { return propertyListString(infoPlist, kBundleIdentifierKey); });
+    std::packaged_task<std::optional<std::string>()> read([infoPlist = bundlePath + "/Contents/Info.plist"] {
+        return propertyListString(infoPlist, kBundleIdentifierKey);
+    });
     std::future<std::optional<std::string>> identifier = read.get_future();
     try {
         std::thread(std::move(read)).detach();

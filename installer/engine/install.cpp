@@ -35,7 +35,7 @@ platform::Expected<void, InstallError> Installer::install() const {
     if (!source) return Result::failure(InstallError::embeddedAppMissing());
 
     // Installers replacing the same bundle at once take turns, or one's removal deletes what
-    // another has just copied. The lock is between processes: nothing in this one waits on it.
+    // another has just copied. A lock between processes: it shares no state within this one.
     std::unique_ptr<platform::ItemLock> turn = platform::fileManager().lockItem(destinationURL());
 
     if (Result stopped = stopRunningInstances(); !stopped) return stopped;

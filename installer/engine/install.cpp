@@ -1,3 +1,4 @@
+#include <memory>
 #include <optional>
 
 #include "engine/installer.h"
@@ -32,6 +33,10 @@ platform::Expected<void, InstallError> Installer::install() const {
     using Result = platform::Expected<void, InstallError>;
     std::optional<platform::FileURL> source = embeddedAppURL();
     if (!source) return Result::failure(InstallError::embeddedAppMissing());
+
+    // Installers replacing the same bundle at once take turns, or one's removal deletes what
+    // another has just copied. A lock between processes: it shares no state within this one.
+    std::unique_ptr<platform::ItemLock> turn = platform::fileManager().lockItem(destinationURL());
 
     if (Result stopped = stopRunningInstances(); !stopped) return stopped;
 

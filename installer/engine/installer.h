@@ -43,10 +43,11 @@ public:
     // "/Volumes/<name>" when the installer's bundle lies on a mounted volume; none otherwise.
     std::optional<std::string> installerVolumePath() const;
 
-    // Performs the install: checks the embedded bundle, stops running copies of Kelvo, replaces the
-    // bundle at the destination (with the administrator-privileged fallback when the plain copy
-    // fails) and checks that the copy is complete. Blocks the calling thread throughout; never call
-    // it on the main thread.
+    // Performs the install: checks the embedded bundle, waits its turn if another process is
+    // installing into the same place, stops running copies of Kelvo, replaces the bundle at the
+    // destination (with the administrator-privileged fallback when the plain copy fails) and
+    // checks that the copy is complete. Blocks the calling thread throughout; never call it on the
+    // main thread.
     platform::Expected<void, InstallError> install() const;
 
     // Opens the installed Kelvo, brought to the front, with "--eject-installer-volume <volume>"

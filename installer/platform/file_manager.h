@@ -4,6 +4,7 @@
 // description names what went wrong and where; nothing is thrown.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -11,6 +12,13 @@
 #include "platform/file_url.h"
 
 namespace platform {
+
+// A claim on one location in the file system that every process on the machine honours, whichever
+// user runs it. Held until the handle is destroyed or the process ends, however it ends.
+class ItemLock {
+public:
+    virtual ~ItemLock() = default;
+};
 
 class FileManager {
 public:
@@ -20,8 +28,9 @@ public:
     // its target does (the link is followed, as the platform's own test does).
     virtual bool fileExistsAtPath(const std::string& path) = 0;
 
-    // The process's current working directory, as an absolute path.
-    virtual std::string currentDirectoryPath() = 0;
+    // The process's current working directory, as an absolute path; none when it cannot be told
+    // (it has been removed, or a folder above it may not be read).
+    virtual std::optional<std::string> currentDirectoryPath() = 0;
 
     // Removes the item at `url` and everything below it. Symbolic links are removed, never
     // followed. Fails when nothing is there. Not atomic: a failure may leave part of the tree.
@@ -35,6 +44,14 @@ public:
     // itself or lies inside it, whatever links or ".." hide that. Not atomic: a failure may leave
     // a partial tree at `to`.
     virtual std::optional<Error> copyItem(const FileURL& from, const FileURL& to) = 0;
+
+    // Waits until no other process holds the lock for the item at `url`, then takes it. The item
+    // need not exist. Spellings of one location (through linked folders, with "." or doubled
+    // slashes) share one lock, and a location keeps its lock when missing folders on its path are
+    // created; the item's own name is not resolved, since a link there is replaced, not followed.
+    // Null when no lock can be set up here: the caller then goes on without one. Advisory: it
+    // keeps out only those who ask for it.
+    virtual std::unique_ptr<ItemLock> lockItem(const FileURL& url) = 0;
 };
 
 }  // namespace platform

@@ -14,14 +14,15 @@ std::string withoutTrailingSlashes(std::string path) {
 
 FileURL FileURL::fileURLWithPath(const std::string& path) {
     if (!path.empty() && path.front() == '/') return FileURL(withoutTrailingSlashes(path));
-    std::string base = fileManager().currentDirectoryPath();
-    if (path.empty()) return FileURL(withoutTrailingSlashes(base));
-    return FileURL(base).appendingPathComponent(path);
+    std::optional<std::string> base = fileManager().currentDirectoryPath();
+    if (!base) return FileURL(withoutTrailingSlashes(path));
+    if (path.empty()) return FileURL(withoutTrailingSlashes(*base));
+    return FileURL(*base).appendingPathComponent(path);
 }
 
 FileURL FileURL::appendingPathComponent(const std::string& component) const {
     std::string joined = path_;
-    if (joined.empty() || joined.back() != '/') joined += '/';
+    if (!joined.empty() && joined.back() != '/') joined += '/';
     std::size_t start = component.find_first_not_of('/');
     if (start != std::string::npos) joined += component.substr(start);
     return FileURL(withoutTrailingSlashes(joined));

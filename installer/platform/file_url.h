@@ -16,10 +16,13 @@ public:
     //
     // An empty path names the current working directory, as it does for the platform's own file
     // URLs: `--dest ""` therefore installs into the folder the installer was started from.
+    //
+    // When the working directory cannot be told, a relative path (the empty one included) stays
+    // relative, as a platform file URL without a base does: it is never taken to lie below "/".
     static FileURL fileURLWithPath(const std::string& path);
 
-    // This URL with one more component: exactly one slash between the two. `component` may itself
-    // hold slashes ("Contents/Info.plist").
+    // This URL with one more component: exactly one slash between the two (none after an empty
+    // relative path). `component` may itself hold slashes ("Contents/Info.plist").
     FileURL appendingPathComponent(const std::string& component) const;
 
     // The last component of the path ("Kelvo" for ".../MacOS/Kelvo"); empty for the root.

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "support/command.h"
@@ -28,6 +30,23 @@ TEST(MainBundleOnLinux, InsideAnAppBundleReportsTheBundleAndItsResources) {
     EXPECT_EQ(result.output, "bundle=" + app + "\nresources=" + app + "/Contents/Resources\n" +
                                  "argument=" + probe + "\nargument=--dest\nargument=\n" +
                                  "argument=--no-launch\nargument=two words\n");
+}
+
+// In a chroot or a bare container without /proc, started by a path relative to its folder.
+TEST(MainBundleOnLinux, WithoutProcTheBundleAndTheArgumentsAreStillFound) {
+    if (geteuid() != 0) GTEST_SKIP() << "hiding /proc in a mount namespace of its own needs root";
+    TempFolder folder;
+    std::string app = folder / "Install Kelvo.app";
+    installProbe(app + "/Contents/MacOS/Install Kelvo");
+    std::filesystem::create_directories(app + "/Contents/Resources");
+
+    auto result = runCommand("unshare --mount sh -c 'mount -t tmpfs none /proc && cd \"$1\" && "
+                             "exec \"./Install Kelvo.app/Contents/MacOS/Install Kelvo\" --dest \"\"' - " +
+                             shellWord(folder.path()));
+    ASSERT_EQ(result.exitStatus, 0);
+    EXPECT_EQ(result.output, "bundle=" + app + "\nresources=" + app + "/Contents/Resources\n" +
+                                 "argument=./Install Kelvo.app/Contents/MacOS/Install Kelvo\n" +
+                                 "argument=--dest\nargument=\n");
 }
 
 TEST(MainBundleOnLinux, ABundleWithoutResourcesHasNoResourceFolder) {

@@ -92,8 +92,9 @@ TEST_F(PrivilegedInstall, AKelvoThatCannotBeStoppedLeavesTheOldBundleAlone) {
 class FileManagerWhoseCopyFails final : public platform::FileManager {
 public:
     bool fileExistsAtPath(const std::string& path) override { return real_.fileExistsAtPath(path); }
-    std::string currentDirectoryPath() override { return real_.currentDirectoryPath(); }
+    std::optional<std::string> currentDirectoryPath() override { return real_.currentDirectoryPath(); }
     std::optional<platform::Error> removeItem(const platform::FileURL& url) override { return real_.removeItem(url); }
+    std::unique_ptr<platform::ItemLock> lockItem(const platform::FileURL& url) override { return real_.lockItem(url); }
     std::optional<platform::Error> copyItem(const platform::FileURL&, const platform::FileURL&) override {
         return platform::Error("You don\u2019t have permission to save the file.");
     }

@@ -5,13 +5,16 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
+#include <future>
 #include <set>
 
 #include "engine/product_identity.h"
 #include "platform/services.h"
 #include "support/command.h"
+#include "support/private_mounts.h"
 #include "support/started_process.h"
 #include "support/temp_folder.h"
 
@@ -89,6 +92,27 @@ TEST(Workspace, ReadsTheBundleIdentifierFromABinaryInfoPlist) {
     auto application = platform::workspace().runningApplicationWithProcessIdentifier(kelvo.pid());
     ASSERT_NE(application, nullptr);
     EXPECT_EQ(application->bundleIdentifier(), engine::kTargetBundleIdentifier);
+}
+
+TEST(Workspace, AnApplicationOnAStalledMountHasNoBundleIdentifierAndHoldsNothingUp) {
+    if (auto why = testing_support::enterPrivateMountNamespace()) GTEST_SKIP() << *why;
+    testing_support::TempFolder folder;
+    std::string bundle = folder / "Other.app";
+    std::filesystem::create_directories(bundle + "/Contents/MacOS");
+    std::filesystem::copy_file("/bin/sleep", bundle + "/Contents/MacOS/other");
+    StartedProcess other(bundle + "/Contents/MacOS/other", {"1000"});
+    auto stalled = std::make_unique<testing_support::StalledMount>(bundle + "/Contents");
+    if (stalled->failure()) GTEST_SKIP() << *stalled->failure();
+
+    auto scan = std::async(std::launch::async, [] { return platform::workspace().runningApplications(); });
+    bool quick = scan.wait_for(std::chrono::seconds(2)) == std::future_status::ready;
+    stalled.reset();  // fails whatever still waits on the mount
+    ASSERT_TRUE(quick) << "the scan waited on the stalled mount";
+    auto applications = scan.get();
+    auto found = std::find_if(applications.begin(), applications.end(),
+                              [&](const auto& application) { return application->processIdentifier() == other.pid(); });
+    ASSERT_NE(found, applications.end());
+    EXPECT_EQ((*found)->bundleIdentifier(), std::nullopt);
 }
 
 }  // namespace

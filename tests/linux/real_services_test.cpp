@@ -48,6 +48,20 @@ TEST(FileURL, MakesPathsAsThePlatformDoes) {
     std::filesystem::current_path(previous);
 }
 
+// getcwd fails once the working folder has been removed (or a folder above it cannot be read).
+TEST(FileURL, ARelativePathNeverLandsBelowTheRootWhenTheWorkingFolderIsUnknown) {
+    std::string previous = std::filesystem::current_path();
+    {
+        testing_support::TempFolder folder;
+        std::filesystem::current_path(folder.path());
+    }
+    std::string apps = FileURL::fileURLWithPath("Apps").appendingPathComponent("Kelvo.app").path();
+    std::string empty = FileURL::fileURLWithPath("").appendingPathComponent("Kelvo.app").path();
+    std::filesystem::current_path(previous);
+    EXPECT_EQ(apps, "Apps/Kelvo.app");
+    EXPECT_EQ(empty, "Kelvo.app");
+}
+
 TEST(InstallerOptions, DefaultConstructionReadsThisProcessesArguments) {
     // The test program runs with gtest's own options; none of them is --dest or --no-launch.
     engine::Installer installer;

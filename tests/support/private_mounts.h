@@ -30,4 +30,23 @@ private:
     std::optional<std::string> failure_;
 };
 
+// A FUSE file system mounted at an existing folder whose server never answers: every look-up
+// below the folder waits, as on a network mount whose server has gone away. Destruction ends the
+// connection, which fails every waiting call, and unmounts it.
+class StalledMount {
+public:
+    explicit StalledMount(const std::string& folder);
+    ~StalledMount();
+    StalledMount(const StalledMount&) = delete;
+    StalledMount& operator=(const StalledMount&) = delete;
+
+    // None when mounted, otherwise why not.
+    const std::optional<std::string>& failure() const { return failure_; }
+
+private:
+    std::string folder_;
+    int connection_ = -1;
+    std::optional<std::string> failure_;
+};
+
 }  // namespace testing_support

@@ -1,6 +1,7 @@
 // A file manager whose file system is a set of paths and whose failures a test chooses.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <set>
 #include <string>
@@ -23,12 +24,23 @@ public:
         log_.add("exists " + path);
         return existing.count(path) > 0;
     }
-    std::string currentDirectoryPath() override { return "/"; }
+    std::optional<std::string> currentDirectoryPath() override { return "/"; }
     std::optional<platform::Error> removeItem(const platform::FileURL& url) override {
         log_.add("remove " + url.path());
         if (removalError) return removalError;
         std::erase_if(existing, [&](const std::string& path) { return path.starts_with(url.path()); });
         return std::nullopt;
+    }
+    // Logs "lock <path>" now and "unlock <path>" when the handle goes.
+    std::unique_ptr<platform::ItemLock> lockItem(const platform::FileURL& url) override {
+        struct LoggedLock final : platform::ItemLock {
+            InstallEventLog& log;
+            std::string path;
+            LoggedLock(InstallEventLog& log, std::string path) : log(log), path(std::move(path)) {}
+            ~LoggedLock() override { log.add("unlock " + path); }
+        };
+        log_.add("lock " + url.path());
+        return std::make_unique<LoggedLock>(log_, url.path());
     }
     std::optional<platform::Error> copyItem(const platform::FileURL& from, const platform::FileURL& to) override {
         log_.add("copy " + from.path() + " -> " + to.path());

@@ -58,8 +58,22 @@ TEST(InstallOrder, MissingEmbeddedAppEndsBeforeAnyProcessIsListedOrFileTouched) 
     EXPECT_EQ(install.run(), engine::InstallError::embeddedAppMissing().localizedDescription());
     EXPECT_FALSE(install.log.contains("list applications"));
     EXPECT_FALSE(install.log.contains("run /usr/bin/pgrep"));
+    EXPECT_FALSE(install.log.contains("lock " + kDestination));
     EXPECT_FALSE(install.touchedFiles());
     EXPECT_TRUE(install.scripts.sources.empty());
+}
+
+// Another installer may be replacing the same bundle: the turn is taken before running copies are
+// stopped and kept until the fallback and the completeness test are done.
+TEST(InstallOrder, TheDestinationIsLockedFromBeforeStoppingKelvoToTheEnd) {
+    ScriptedInstall install;
+    install.files.copyError = platform::Error("Read-only file system.");
+
+    EXPECT_EQ(install.run(), std::nullopt);
+    EXPECT_LT(install.log.firstIndex("exists " + kSource), install.log.firstIndex("lock " + kDestination));
+    EXPECT_LT(install.log.firstIndex("lock " + kDestination), install.log.firstIndex("list applications"));
+    EXPECT_LT(install.log.firstIndex("execute"), install.log.firstIndex("unlock " + kDestination));
+    EXPECT_EQ(install.log.events.back(), "unlock " + kDestination);
 }
 
 TEST(InstallOrder, FailedProcessCheckEndsTheInstallBeforeAnyFileIsTouched) {
@@ -169,7 +183,7 @@ TEST(InstallOrder, AnyItemAtInfoPlistCountsAsComplete) {
     ScriptedInstall install;
     install.files.copiedItemContents = {"Contents/Info.plist"};
     EXPECT_EQ(install.run(), std::nullopt);
-    EXPECT_EQ(install.log.events.back(), "exists " + kDestination + "/Contents/Info.plist");
+    EXPECT_EQ(install.log.events.end()[-2], "exists " + kDestination + "/Contents/Info.plist");
 }
 
 }  // namespace

@@ -16,6 +16,7 @@
 #include "platform/linux/copy_workers.h"
 #include "platform/linux/file_contents.h"
 #include "platform/linux/item_metadata.h"
+#include "platform/posix/copy_into_itself.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/error_number_text.h"
 #include "platform/posix/tree_removal.h"
@@ -23,6 +24,8 @@
 namespace platform::linux_backend {
 namespace {
 
+using posix::copyError;
+using posix::copyIntoItselfError;
 using posix::Descriptor;
 
 // A walker thread creates folders and links while these copy files: on two cores, one reads
@@ -32,32 +35,7 @@ constexpr std::size_t kCopyThreads = 4;
 constexpr std::size_t kQueuedFiles = 256;
 constexpr std::size_t kCopyBufferSize = 256 * 1024;
 constexpr const char* kUnsupportedKind = "it is neither a file, a folder nor a symbolic link";
-constexpr const char* kOntoItself = "an item cannot be copied onto itself";
-constexpr const char* kIntoItself = "a folder cannot be copied into itself";
 constexpr int kNewFileFlags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-
-Error copyError(const std::string& from, const std::string& to, const std::string& reason) {
-    return Error("Could not copy \u201C" + from + "\u201D to \u201C" + to + "\u201D: " + reason + ".");
-}
-
-// Where `path` leads once every link and ".." in the folders above it is resolved: the part
-// that exists by the system, the rest (folders still to be made) by reading it. A link at `path`
-// itself is not followed, as the copy does not follow it. Nothing when that cannot be told.
-std::optional<std::filesystem::path> location(const std::string& path) {
-    namespace fs = std::filesystem;
-    std::error_code error;
-    fs::path item = fs::absolute(path, error);
-    if (error) return std::nullopt;
-    struct stat status{};
-    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) {
-        item = fs::weakly_canonical(item.parent_path(), error) / item.filename();
-    } else {
-        item = fs::weakly_canonical(item, error);
-    }
-    if (error) return std::nullopt;
-    if (!item.has_filename() && item.has_relative_path()) item = item.parent_path();  // a trailing "/"
-    return item;
-}
 
 class TreeCopy {
 public:
@@ -223,18 +201,6 @@ private:
 };
 
 }  // namespace
-
-std::optional<Error> copyIntoItselfError(const std::string& from, const std::string& to) {
-    std::optional<std::filesystem::path> source = location(from);
-    std::optional<std::filesystem::path> destination = location(to);
-    if (!source || !destination) return std::nullopt;
-    auto [inSource, inDestination] = std::mismatch(source->begin(), source->end(), destination->begin(), destination->end());
-    if (inSource != source->end()) return std::nullopt;
-    if (inDestination == destination->end()) return copyError(from, to, kOntoItself);
-    struct stat status{};
-    if (lstat(from.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;  // holds nothing
-    return copyError(from, to, kIntoItself);
-}
 
 std::optional<Error> copyTree(const std::string& from, const std::string& to) {
     return TreeCopy(false).run(from, to);

@@ -23,13 +23,6 @@ namespace platform::linux_backend {
 // onto itself (`copyIntoItselfError`). Regular files are copied by a few threads at once.
 std::optional<Error> copyTree(const std::string& from, const std::string& to);
 
-// The error a copy of `from` to `to` stops with before anything is written, when `to` is `from`
-// itself or lies inside it, however links and ".." in either path hide it ("Could not copy “/a”
-// to “/a/b/c”: a folder cannot be copied into itself."); nothing otherwise. A link at `from` is
-// copied as a link, so only the folders above it count there. `copyTree` and `mergeTree` check
-// it themselves; a caller that makes folders for `to` first asks it before.
-std::optional<Error> copyIntoItselfError(const std::string& from, const std::string& to);
-
 // Like `copyTree`, but `to` may exist: when both are folders, the contents of `from` are merged
 // into `to`, each item already there in the way of a copied one being replaced. (What a copy tool
 // given an existing destination folder does.)

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "platform/linux/bundle_layout.h"
+#include "platform/linux/startup_record.h"
 
 namespace platform::linux_backend {
 namespace {
@@ -12,7 +13,7 @@ namespace {
 std::string executablePath() {
     std::error_code error;
     std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
-    return error ? std::string() : path.string();
+    return error ? startupExecutablePath() : path.string();
 }
 
 bool isFolder(const std::string& path) {

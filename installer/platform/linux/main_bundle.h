@@ -1,4 +1,5 @@
-// The main bundle, found from the path of the running executable (/proc/self/exe).
+// The main bundle, found from the path of the running executable: /proc/self/exe, or without /proc
+// the path the program was started by, resolved as the kernel would have.
 #pragma once
 
 #include "platform/main_bundle.h"

@@ -1,11 +1,12 @@
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
 #include <thread>
 
+#include "platform/linux/error_number_text.h"
 #include "platform/linux/property_list.h"
 #include "platform/linux/workspace.h"
 
@@ -14,13 +15,58 @@ extern char** environ;
 namespace platform::linux_backend {
 namespace {
 
+// How far to look for open descriptors when their number is not limited.
+constexpr int kDescriptorsWithoutLimit = 1 << 16;
+
 Error openFailure(const FileURL& url, const std::string& reason) {
     return Error("The application \u201C" + url.lastPathComponent() + "\u201D could not be opened: " +
                  reason);
 }
 
+// Ends this child after sending the parent the error number that stopped the start.
+[[noreturn]] void reportFailure(int report, int error) {
+    (void)!write(report, &error, sizeof error);
+    _exit(127);
+}
+
+// Marks every descriptor from `first` on to be closed by exec: one call on kernels that have
+// close_range, one per possible descriptor on older ones.
+void closeOnExecFrom(int first) {
+    if (close_range(static_cast<unsigned>(first), ~0U, CLOSE_RANGE_CLOEXEC) == 0) return;
+    rlimit limit{};
+    int end = getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY
+                  ? static_cast<int>(limit.rlim_cur) : kDescriptorsWithoutLimit;
+    for (int fd = first; fd < end; ++fd) fcntl(fd, F_SETFD, FD_CLOEXEC);
+}
+
+// The app gets standard input, output and error on /dev/null and no other descriptor of the
+// installer's: one open on the installer's disk image would keep Kelvo from ejecting it. The
+// others are closed by the exec itself, so `report` stays usable until then.
+void keepOnlyStandardStreams() {
+    int null = open("/dev/null", O_RDWR | O_CLOEXEC);
+    for (int stream = 0; stream <= 2 && null >= 0; ++stream) {
+        if (stream == null) {
+            fcntl(stream, F_SETFD, 0);
+        } else {
+            dup2(null, stream);
+        }
+    }
+    closeOnExecFrom(3);
+}
+
+// The grandchild's part: in a session of its own, in "/", with only the standard streams, the
+// program replaces it. Only async-signal-safe calls: the installer may have threads.
+[[noreturn]] void becomeApplication(const std::string& executable, char* const* argv, int report) {
+    // Opened applications start in "/", as they do on macOS: the installer's own working
+    // folder may lie on the very volume the app is asked to eject.
+    (void)!chdir("/");
+    keepOnlyStandardStreams();
+    execve(executable.c_str(), argv, environ);
+    reportFailure(report, errno);
+}
+
 // Starts `executable` as a grandchild in its own session and waits only for the exec to succeed or
-// fail. Only async-signal-safe calls run between fork and exec: the process may have threads.
+// fail: none when it succeeded, otherwise the error number.
 std::optional<int> startDetached(const std::string& executable, const std::vector<std::string>& arguments) {
     std::vector<char*> argv;
     argv.push_back(const_cast<char*>(executable.c_str()));
@@ -37,21 +83,13 @@ std::optional<int> startDetached(const std::string& executable, const std::vecto
         return error;
     }
     if (child == 0) {
+        // Above the standard streams, which the grandchild replaces.
+        int toParent = report[1] > 2 ? report[1] : fcntl(report[1], F_DUPFD_CLOEXEC, 3);
         setsid();
-        if (fork() != 0) _exit(0);
-        // Opened applications start in "/", as they do on macOS: the installer's own working
-        // folder may lie on the very volume the app is asked to eject.
-        (void)!chdir("/");
-        int null = open("/dev/null", O_RDWR);
-        if (null >= 0) {
-            dup2(null, 0);
-            dup2(null, 1);
-            dup2(null, 2);
-        }
-        execve(executable.c_str(), argv.data(), environ);
-        int error = errno;
-        (void)!write(report[1], &error, sizeof error);
-        _exit(127);
+        pid_t grandchild = fork();
+        if (grandchild < 0) reportFailure(toParent, errno);
+        if (grandchild > 0) _exit(0);
+        becomeApplication(executable, argv.data(), toParent);
     }
     close(report[1]);
     while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {}
@@ -77,7 +115,7 @@ void LinuxWorkspace::openApplication(const FileURL& url, const OpenConfiguration
         }
         std::string executable = url.appendingPathComponent("Contents/MacOS/" + *executableName).path();
         if (std::optional<int> error = startDetached(executable, arguments)) {
-            completion(openFailure(url, std::string(std::strerror(*error)) + "."));
+            completion(openFailure(url, errorNumberText(*error) + "."));
             return;
         }
         completion(std::nullopt);

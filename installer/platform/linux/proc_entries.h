@@ -3,6 +3,10 @@
 //
 // Any process may exit between two reads; every reader gives none when the entry is gone or cannot
 // be read, and callers treat that as "not this process any more".
+//
+// None of them waits on the file system a process runs from: the kernel answers from its own
+// records (the executable's path included, which it keeps as a name), so a process whose files lie
+// on a stalled network mount is read as quickly as any other.
 #pragma once
 
 #include <cstdint>

@@ -5,6 +5,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/linux/startup_record.h"
+
 namespace platform::linux_backend {
 
 std::vector<std::string> splitCommandLine(const std::string& contents) {
@@ -21,6 +23,7 @@ std::vector<std::string> splitCommandLine(const std::string& contents) {
 
 std::vector<std::string> LinuxProcessInfo::arguments() {
     std::ifstream file("/proc/self/cmdline", std::ios::binary);
+    if (!file) return startupArguments();
     std::string contents((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
     return splitCommandLine(contents);
 }

@@ -7,7 +7,8 @@ namespace platform::linux_backend {
 
 class LinuxProcessInfo final : public ProcessInfo {
 public:
-    // Read from /proc/self/cmdline, so options a toolkit removed from argv are still there.
+    // Read from /proc/self/cmdline, so options a toolkit removed from argv are still there; without
+    // /proc, the list recorded at start-up, before any toolkit saw it.
     std::vector<std::string> arguments() override;
     std::int32_t processIdentifier() override;
     std::uint32_t effectiveUserId() override;

@@ -5,6 +5,10 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
+#include <future>
+#include <system_error>
+#include <thread>
 
 #include "platform/linux/bundle_layout.h"
 #include "platform/linux/proc_entries.h"
@@ -14,6 +18,9 @@ namespace platform::linux_backend {
 namespace {
 
 constexpr const char* kBundleIdentifierKey = "CFBundleIdentifier";
+// How long a scan waits for one bundle's Info.plist. A local file takes milliseconds; a bundle on
+// a network mount whose server has stopped answering would take for ever.
+constexpr std::chrono::milliseconds kInfoPlistReadLimit{500};
 
 // Called through syscall(2): the C library's own declarations of these two lack C linkage in
 // this release, so C++ code cannot link against them.
@@ -24,11 +31,27 @@ int signalProcess(int process, int signal) {
 
 bool isZombieOrDead(char state) { return state == 'Z' || state == 'X'; }
 
+// A read from a stalled mount waits in the kernel, and nothing can cut it short: it runs on a thread
+// of its own, which is left behind when it takes too long and ends whenever the mount answers.
+// Neither a late answer nor a thread that cannot be started holds up the scan: both mean none.
+std::optional<std::string> bundleIdentifierWithinLimit(const std::string& bundlePath) {
+    std::packaged_task<std::optional<std::string>()> read([infoPlist = bundlePath + "/Contents/Info.plist"] {
+        return propertyListString(infoPlist, kBundleIdentifierKey);
+    });
+    std::future<std::optional<std::string>> identifier = read.get_future();
+    try {
+        std::thread(std::move(read)).detach();
+    } catch (const std::system_error&) {
+        return std::nullopt;
+    }
+    if (identifier.wait_for(kInfoPlistReadLimit) != std::future_status::ready) return std::nullopt;
+    return identifier.get();
+}
+
 std::optional<std::string> bundleIdentifierOf(const std::string& bundlePath, BundleIdentifierCache& cache) {
     auto known = cache.find(bundlePath);
     if (known != cache.end()) return known->second;
-    std::optional<std::string> identifier =
-        propertyListString(bundlePath + "/Contents/Info.plist", kBundleIdentifierKey);
+    std::optional<std::string> identifier = bundleIdentifierWithinLimit(bundlePath);
     cache.emplace(bundlePath, identifier);
     return identifier;
 }

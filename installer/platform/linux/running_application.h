@@ -45,7 +45,9 @@ private:
 using BundleIdentifierCache = std::map<std::string, std::optional<std::string>>;
 
 // The application running as `pid` when it is a live process whose real user is `userId` and whose
-// executable lies in a bundle's "Contents/MacOS/"; none otherwise.
+// executable lies in a bundle's "Contents/MacOS/"; none otherwise. Its bundle identifier is none
+// when the bundle's Info.plist is not a small regular file, or has not been read within half a
+// second (a bundle on a stalled mount): the scan of other applications never waits longer.
 std::shared_ptr<RunningApplication> inspectRunningApplication(std::int32_t pid, std::uint32_t userId,
                                                               BundleIdentifierCache& cache);
 

@@ -12,11 +12,13 @@ namespace platform::macos {
 class MacFileManager final : public FileManager {
 public:
     bool fileExistsAtPath(const std::string& path) override;
-    std::string currentDirectoryPath() override;
+    std::optional<std::string> currentDirectoryPath() override;
     std::optional<Error> removeItem(const FileURL& url) override;
     // Foundation's copy keeps symbolic links as links, permissions, dates, extended attributes
     // and empty folders, as the contract asks.
     std::optional<Error> copyItem(const FileURL& from, const FileURL& to) override;
+    // The shared POSIX lock files, so installers on both platforms would meet at one.
+    std::unique_ptr<ItemLock> lockItem(const FileURL& url) override;
 };
 
 }  // namespace platform::macos

@@ -4,6 +4,8 @@
 
 #include "platform/macos/ns_error.h"
 #include "platform/macos/ns_string.h"
+#include "platform/posix/copy_into_itself.h"
+#include "platform/posix/item_lock.h"
 
 namespace platform::macos {
 namespace {
@@ -27,9 +29,12 @@ bool MacFileManager::fileExistsAtPath(const std::string& path) {
     }
 }
 
-std::string MacFileManager::currentDirectoryPath() {
+std::optional<std::string> MacFileManager::currentDirectoryPath() {
     @autoreleasepool {
-        return toStdString(NSFileManager.defaultManager.currentDirectoryPath);
+        // Foundation answers an empty path when the working folder cannot be told.
+        std::string path = toStdString(NSFileManager.defaultManager.currentDirectoryPath);
+        if (path.empty()) return std::nullopt;
+        return path;
     }
 }
 
@@ -44,6 +49,8 @@ std::optional<Error> MacFileManager::removeItem(const FileURL& url) {
 }
 
 std::optional<Error> MacFileManager::copyItem(const FileURL& from, const FileURL& to) {
+    // Foundation would start writing a folder into itself; refuse before anything is written.
+    if (std::optional<Error> refusal = posix::copyIntoItselfError(from.path(), to.path())) return refusal;
     @autoreleasepool {
         NSURL* source = toNSURL(from);
         if (source == nil) return notUTF8(from);
@@ -55,6 +62,10 @@ std::optional<Error> MacFileManager::copyItem(const FileURL& from, const FileURL
         }
         return errorFromNSError(error, "Could not copy " + quoted(from) + " to " + quoted(to) + ".");
     }
+}
+
+std::unique_ptr<ItemLock> MacFileManager::lockItem(const FileURL& url) {
+    return posix::lockItemAt(url.path());
 }
 
 }  // namespace platform::macos

@@ -7,7 +7,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstring>
+
+#include "platform/linux/error_number_text.h"
 
 extern char** environ;
 
@@ -19,7 +20,7 @@ constexpr int kFirstUninheritedDescriptor = 3;
 
 Error startFailure(const std::string& executable, int error) {
     return Error("The program \u201C" + executable + "\u201D could not be started: " +
-                 std::strerror(error) + ".");
+                 errorNumberText(error) + ".");
 }
 
 // A pipe whose two ends close themselves on exec; the child gets its write end through dup2,

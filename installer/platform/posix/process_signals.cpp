@@ -7,6 +7,7 @@
 namespace platform::posix {
 
 int PosixProcessSignals::kill(std::int32_t pid, int signal) {
+    if (pid <= 0) return ESRCH;
     return ::kill(static_cast<pid_t>(pid), signal) == 0 ? 0 : errno;
 }
 

@@ -6,6 +6,7 @@
 
 #include "platform/linux/bundle_layout.h"
 #include "platform/linux/file_tree.h"
+#include "platform/posix/copy_into_itself.h"
 #include "platform/posix/error_number_text.h"
 
 namespace platform::linux_backend {
@@ -48,7 +49,7 @@ std::optional<std::string> dittoCopy(const std::string& source, const std::strin
     bool destinationIsFolder = stat(destination.c_str(), &to) == 0 && S_ISDIR(to.st_mode);
     std::string target = destination;
     if (destinationIsFolder && !S_ISDIR(from.st_mode)) target = destination + "/" + lastComponent(source);
-    if (std::optional<Error> refusal = copyIntoItselfError(source, target)) return refusal->localizedDescription();
+    if (std::optional<Error> refusal = posix::copyIntoItselfError(source, target)) return refusal->localizedDescription();
     if (!destinationIsFolder) {
         if (auto error = makeFolders(parentFolder(destination))) return error;
     }

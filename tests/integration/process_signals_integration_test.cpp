@@ -2,7 +2,7 @@
 
 #include <cerrno>
 
-#include "platform/linux/process_signals.h"
+#include "platform/posix/process_signals.h"
 
 namespace {
 
@@ -11,7 +11,7 @@ namespace {
 // signal 0, so a fault here reports instead of doing harm.
 TEST(ProcessSignals, IdentifiersThatNameNoProcessAreTakenAsGone) {
     for (std::int32_t pid : {0, -1}) {
-        EXPECT_EQ(platform::linux_backend::LinuxProcessSignals().kill(pid, 0), ESRCH) << pid;
+        EXPECT_EQ(platform::posix::PosixProcessSignals().kill(pid, 0), ESRCH) << pid;
     }
 }
 

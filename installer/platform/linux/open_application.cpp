@@ -6,7 +6,7 @@
 #include <cerrno>
 #include <thread>
 
-#include "platform/linux/error_number_text.h"
+#include "platform/posix/error_number_text.h"
 #include "platform/linux/property_list.h"
 #include "platform/linux/workspace.h"
 
@@ -115,7 +115,7 @@ void LinuxWorkspace::openApplication(const FileURL& url, const OpenConfiguration
         }
         std::string executable = url.appendingPathComponent("Contents/MacOS/" + *executableName).path();
         if (std::optional<int> error = startDetached(executable, arguments)) {
-            completion(openFailure(url, errorNumberText(*error) + "."));
+            completion(openFailure(url, posix::errorNumberText(*error) + "."));
             return;
         }
         completion(std::nullopt);

@@ -18,19 +18,18 @@ void onMainThread(dispatch_block_t block) {
     }
 }
 
-// The text and number entries of a script's error information; entries of other kinds (such as
-// the range of the failing source) are left out. Never empty.
+// The message and number of a script's error information, under the installer's own keys. Never
+// empty.
 AppleScriptErrorInfo errorInfoFrom(NSDictionary<NSString*, id>* dictionary) {
     AppleScriptErrorInfo info;
-    for (NSString* key in dictionary) {
-        id value = dictionary[key];
-        if ([value isKindOfClass:[NSString class]]) {
-            info[toStdString(key)] = toStdString(value);
-        } else if ([value isKindOfClass:[NSNumber class]]) {
-            info[toStdString(key)] = static_cast<std::int64_t>([value longLongValue]);
-        }
+    id message = dictionary[NSAppleScriptErrorMessage];
+    if ([message isKindOfClass:[NSString class]]) info[kAppleScriptErrorMessage] = toStdString(message);
+    id number = dictionary[NSAppleScriptErrorNumber];
+    if ([number isKindOfClass:[NSNumber class]]) {
+        info[kAppleScriptErrorNumber] = static_cast<std::int64_t>([number longLongValue]);
+    } else {
+        info[kAppleScriptErrorNumber] = kGeneralErrorNumber;
     }
-    if (info.empty()) info[kAppleScriptErrorNumber] = kGeneralErrorNumber;
     return info;
 }
 

@@ -8,7 +8,7 @@
 
 #include <cerrno>
 
-#include "platform/linux/error_number_text.h"
+#include "platform/posix/error_number_text.h"
 
 extern char** environ;
 

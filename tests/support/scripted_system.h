@@ -272,14 +272,11 @@ private:
         ScriptedProcess* process = find(pid);
         return process && process->startTime <= elapsed() && (!process->exitTime || elapsed() < *process->exitTime);
     }
-    void endAt(ScriptedProcess& process, double when) {
-        if (!process.exitTime || when < *process.exitTime) process.exitTime = when;
-    }
     void askToQuit(ScriptedProcess& process) {
-        if (process.quitsAfter) endAt(process, elapsed() + *process.quitsAfter);
+        if (process.quitsAfter && !process.exitTime) process.exitTime = elapsed() + *process.quitsAfter;
     }
     void force(ScriptedProcess& process) {
-        if (process.quitsWhenForced) endAt(process, elapsed());
+        if (process.quitsWhenForced && isRunning(process.pid)) process.exitTime = elapsed();
     }
 
     std::chrono::system_clock::duration elapsed_{};

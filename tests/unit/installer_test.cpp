@@ -67,6 +67,7 @@ TEST(InstallerPlaces, DestinationIsKelvoAppInTheFolderGiven) {
     } rows[] = {
         {"/Applications", "/Users/me", "/Applications/Kelvo.app"},
         {"/Applications/", "/Users/me", "/Applications/Kelvo.app"},
+        {"/", "/Users/me", "/Kelvo.app"},
         {"Apps", "/Users/me", "/Users/me/Apps/Kelvo.app"},
         {"", "/Users/me", "/Users/me/Kelvo.app"},
         {"Apps", std::nullopt, "Apps/Kelvo.app"},  // never taken to lie below "/"

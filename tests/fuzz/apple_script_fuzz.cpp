@@ -7,10 +7,8 @@
 #include "engine/installer.h"
 #include "platform/linux/apple_script_source.h"
 #include "platform/services.h"
-#include "support/install_event_log.h"
 #include "support/installer_test_access.h"
-#include "support/no_running_kelvo.h"
-#include "support/scripted_apple_script.h"
+#include "support/scripted_system.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string input(reinterpret_cast<const char*>(data), size);
@@ -19,15 +17,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     std::size_t split = input.find('\0');
     std::string source = input.substr(0, split);
     std::string destination = split == std::string::npos ? "/Applications/Kelvo.app" : input.substr(split + 1);
-    testing_support::InstallEventLog log;
-    testing_support::ScriptedAppleScriptRunner runner(log);
-    testing_support::ScriptedUserProcessInfo processInfo(log);
-    platform::ScopedServices scope({.processInfo = &processInfo, .appleScript = &runner});
+    testing_support::ScriptedSystem system;
+    platform::ScopedServices scope(system.services());
     (void)engine::InstallerTestAccess::runPrivilegedInstall(engine::Installer({"x"}), source, destination,
                                                             platform::Error("failed"));
-    auto parsed = platform::linux_backend::parseShellScriptSource(runner.sources.at(0));
+    auto parsed = platform::linux_backend::parseShellScriptSource(system.scriptSources.at(0));
     if (!parsed || parsed.value().command !=
-                       engine::InstallerTestAccess::privilegedInstallCommand(source, destination, processInfo.userId)) {
+                       engine::InstallerTestAccess::privilegedInstallCommand(source, destination, system.userId)) {
         std::abort();
     }
     return 0;

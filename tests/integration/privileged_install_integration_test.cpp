@@ -13,7 +13,7 @@
 #include "support/installer_test_access.h"
 #include "support/privileged_install_machine.h"
 #include "support/sample_trees.h"
-#include "support/scripted_main_bundle.h"
+#include "support/scripted_system.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -107,7 +107,7 @@ TEST_F(PrivilegedInstall, WholeInstallFallsBackWhenThePlainCopyFails) {
     TempFolder folder;
     makeSampleBundle(folder / "Setup/Kelvo.app", 4096);
     writeFile(folder / "Apps/Kelvo.app/Contents/Old.txt", "old");
-    ScriptedMainBundle bundle;
+    ScriptedSystem bundle;
     bundle.bundle = folder / "Setup";
     bundle.resources = folder / "Setup";
     FileManagerWhoseCopyFails files;

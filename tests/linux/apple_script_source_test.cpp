@@ -4,10 +4,8 @@
 #include "engine/installer.h"
 #include "platform/linux/apple_script_source.h"
 #include "platform/services.h"
-#include "support/install_event_log.h"
 #include "support/installer_test_access.h"
-#include "support/no_running_kelvo.h"
-#include "support/scripted_apple_script.h"
+#include "support/scripted_system.h"
 
 namespace {
 
@@ -86,18 +84,16 @@ TEST(AppleScriptSource, ReadingTheEnginesScriptGivesBackItsCommand) {
         "/tmp/line\nfeed", "/tmp/tab\there", "/tmp/K\u00e9lvo", "/tmp/-leading", "/tmp/ends with \\",
     };
     for (const std::string& folder : awkwardPaths) {
-        testing_support::InstallEventLog log;
-        testing_support::ScriptedAppleScriptRunner runner(log);
-        testing_support::ScriptedUserProcessInfo processInfo(log);
-        platform::ScopedServices scope({.processInfo = &processInfo, .appleScript = &runner});
+        testing_support::ScriptedSystem system;
+        platform::ScopedServices scope(system.services());
         std::string source = folder + "/Kelvo.app";
         std::string destination = folder + "/dest/Kelvo.app";
         (void)engine::InstallerTestAccess::runPrivilegedInstall(engine::Installer({"x"}), source, destination,
                                                                 platform::Error("failed"));
-        auto parsed = parseShellScriptSource(runner.sources.at(0));
+        auto parsed = parseShellScriptSource(system.scriptSources.at(0));
         ASSERT_TRUE(parsed) << folder;
         EXPECT_EQ(parsed.value().command,
-                  engine::InstallerTestAccess::privilegedInstallCommand(source, destination, processInfo.userId))
+                  engine::InstallerTestAccess::privilegedInstallCommand(source, destination, system.userId))
             << folder;
         EXPECT_TRUE(parsed.value().withAdministratorPrivileges) << folder;
     }

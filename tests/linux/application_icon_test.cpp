@@ -2,7 +2,7 @@
 
 #include "platform/linux/ui/application_icon.h"
 #include "platform/services.h"
-#include "support/scripted_main_bundle.h"
+#include "support/scripted_system.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -33,7 +33,7 @@ TEST(ApplicationIcon, IsTheFileTheBundleNamesInItsResources) {
     };
     for (const Row& row : rows) {
         TempFolder folder;
-        ScriptedMainBundle bundle;
+        ScriptedSystem bundle;
         bundle.bundle = folder / "Install Kelvo.app";
         bundle.resources = bundle.bundle + "/Contents/Resources";
         if (row.iconFileKey) writeFile(bundle.bundle + "/Contents/Info.plist", infoPlistNaming(*row.iconFileKey));
@@ -50,7 +50,8 @@ TEST(ApplicationIcon, IsTheFileTheBundleNamesInItsResources) {
 }
 
 TEST(ApplicationIcon, IsNoneWithoutAResourcesFolder) {
-    ScriptedMainBundle bundle;
+    ScriptedSystem bundle;
+    bundle.resources = std::nullopt;
     platform::ScopedServices scope({.mainBundle = &bundle});
     EXPECT_EQ(platform::linux_backend::applicationIconPath(), std::nullopt);
 }

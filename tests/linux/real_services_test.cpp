@@ -8,13 +8,13 @@
 #include "engine/installer.h"
 #include "platform/file_url.h"
 #include "platform/services.h"
-#include "support/scripted_main_bundle.h"
+#include "support/scripted_system.h"
 #include "support/temp_folder.h"
 
 namespace {
 
 using platform::FileURL;
-using testing_support::ScriptedMainBundle;
+using testing_support::ScriptedSystem;
 using testing_support::TempFolder;
 
 TEST(FileURL, MakesPathsAsThePlatformDoes) {
@@ -71,7 +71,7 @@ TEST(InstallerOptions, DefaultConstructionReadsThisProcessesArguments) {
 
 TEST(InstallerPlaces, EmbeddedAppIsWhateverIsNamedKelvoAppInTheResources) {
     TempFolder folder;
-    ScriptedMainBundle bundle;
+    ScriptedSystem bundle;
     platform::ScopedServices scope({.mainBundle = &bundle});
     engine::Installer installer({"x"});
 

@@ -10,10 +10,6 @@ struct InstallerTestAccess {
         return installer.runningKelvoProcessIdentifiers();
     }
     static auto stopRunningInstances(const Installer& installer) { return installer.stopRunningInstances(); }
-    static bool waitForProcessesToExit(const Installer& installer, const ProcessIdentifiers& pids, double timeout) {
-        return installer.waitForProcessesToExit(pids, timeout);
-    }
-    static std::string shellQuoted(const std::string& text) { return Installer::shellQuoted(text); }
     static std::string privilegedInstallCommand(const std::string& source, const std::string& destination,
                                                 std::uint32_t effectiveUserId) {
         return Installer::privilegedInstallCommand(source, destination, effectiveUserId);

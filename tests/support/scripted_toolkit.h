@@ -1,76 +1,50 @@
-// A window toolkit that draws nothing: every object keeps its state for the test to read and logs
-// each call, named after the object ("label 2.setStringValue ..."), into an EventLog.
+// A window toolkit that draws nothing, for unit tests of the application. The toolkit itself plays
+// the application, the one window and the alert; the views it makes keep what they are told. All
+// of them keep their state for the test to read, and the calls whose order matters go into the
+// scripted system's log: "window shown", "activated", "text <status>", "bar start", "bar stop",
+// "alert" (run modally; the user presses its first button at once), "terminate", "reply <bool>".
+// A call made while a background task runs fails the test: the window belongs to the main thread.
 #pragma once
 
-#include <sstream>
-#include <memory>
-#include <string>
-#include <vector>
+#include <gtest/gtest.h>
 
 #include "platform/ui/toolkit.h"
-#include "support/event_log.h"
+#include "support/scripted_system.h"
+
+namespace platform::ui {
+inline void PrintTo(const Rect& r, std::ostream* out) {
+    *out << r.x << "," << r.y << " " << r.width << "x" << r.height;
+}
+}  // namespace platform::ui
 
 namespace testing_support {
 
-// Its arguments written one after the other, as a stream writes them.
-template <class... Parts>
-std::string joined(const Parts&... parts) {
-    std::ostringstream text;
-    text << std::boolalpha;
-    (text << ... << parts);
-    return text.str();
-}
-
-inline std::string describe(const platform::ui::Rect& r) {
-    return joined(r.x, ",", r.y, ",", r.width, ",", r.height);
+inline void noteOnMainThread(ScriptedSystem& system, const std::string& entry) {
+    if (system.inBackground()) ADD_FAILURE() << "the window was touched off the main thread: " << entry;
+    system.add(entry);
 }
 
 template <class Interface>
 class ScriptedViewOf : public Interface {
 public:
-    ScriptedViewOf(EventLog& log, std::string name) : log_(log), name_(std::move(name)) {}
-
+    explicit ScriptedViewOf(ScriptedSystem& system) : system_(system) {}
     platform::ui::Rect frame() const override { return frame_; }
-    void setFrame(const platform::ui::Rect& frame) override {
-        frame_ = frame;
-        note("setFrame " + describe(frame));
-    }
-    void addSubview(std::shared_ptr<platform::ui::View> subview) override {
-        note("addSubview " + dynamic_cast<ScriptedViewOf<platform::ui::View>*>(subview.get())->name());
-        subviews.push_back(std::move(subview));
-    }
+    void setFrame(const platform::ui::Rect& frame) override { frame_ = frame; }
+    void addSubview(std::shared_ptr<platform::ui::View> view) override { subviews.push_back(std::move(view)); }
 
-    const std::string& name() const { return name_; }
     std::vector<std::shared_ptr<platform::ui::View>> subviews;
 
 protected:
-    void note(const std::string& call) { log_.add(name_ + "." + call); }
+    void note(const std::string& entry) { noteOnMainThread(system_, entry); }
 
 private:
-    EventLog& log_;
-    std::string name_;
+    ScriptedSystem& system_;
     platform::ui::Rect frame_;
 };
 
-// Every scripted view is one of these, so any view can be named and inspected.
-class ScriptedView : public ScriptedViewOf<platform::ui::View> {
+class ScriptedLabel final : public ScriptedViewOf<platform::ui::Label> {
+public:
     using ScriptedViewOf::ScriptedViewOf;
-};
-
-template <class Interface>
-class ScriptedViewKind : public Interface, public ScriptedView {
-public:
-    ScriptedViewKind(EventLog& log, std::string name) : ScriptedView(log, std::move(name)) {}
-    platform::ui::Rect frame() const override { return ScriptedView::frame(); }
-    void setFrame(const platform::ui::Rect& frame) override { ScriptedView::setFrame(frame); }
-    void addSubview(std::shared_ptr<platform::ui::View> subview) override {
-        ScriptedView::addSubview(std::move(subview));
-    }
-};
-
-class ScriptedLabel final : public ScriptedViewKind<platform::ui::Label> {
-public:
-    using ScriptedViewKind::ScriptedViewKind;
     std::string text;
     platform::ui::Font font;
     std::optional<platform::ui::Color> color;
@@ -79,164 +53,126 @@ public:
     int maximumLines = 0;
 
     std::string stringValue() const override { return text; }
-    void setStringValue(const std::string& value) override { text = value; note("setStringValue " + value); }
-    void setFont(const platform::ui::Font& value) override { font = value; note("setFont"); }
-    void setTextColor(platform::ui::Color value) override { color = value; note("setTextColor"); }
-    void setAlignment(platform::ui::TextAlignment value) override { alignment = value; note("setAlignment"); }
-    void setLineBreakMode(platform::ui::LineBreakMode value) override { lineBreakMode = value; note("setLineBreakMode"); }
-    void setMaximumNumberOfLines(int value) override { maximumLines = value; note("setMaximumNumberOfLines"); }
+    void setStringValue(const std::string& value) override { note("text " + (text = value)); }
+    void setFont(const platform::ui::Font& value) override { font = value; }
+    void setTextColor(platform::ui::Color value) override { color = value; }
+    void setAlignment(platform::ui::TextAlignment value) override { alignment = value; }
+    void setLineBreakMode(platform::ui::LineBreakMode value) override { lineBreakMode = value; }
+    void setMaximumNumberOfLines(int value) override { maximumLines = value; }
 };
 
-class ScriptedImageView final : public ScriptedViewKind<platform::ui::ImageView> {
+class ScriptedImageView final : public ScriptedViewOf<platform::ui::ImageView> {
 public:
-    using ScriptedViewKind::ScriptedViewKind;
+    using ScriptedViewOf::ScriptedViewOf;
     std::shared_ptr<platform::ui::Image> image;
     std::optional<platform::ui::ImageScaling> scaling;
 
-    void setImage(std::shared_ptr<platform::ui::Image> value) override { image = value; note("setImage"); }
-    void setImageScaling(platform::ui::ImageScaling value) override { scaling = value; note("setImageScaling"); }
+    void setImage(std::shared_ptr<platform::ui::Image> value) override { image = std::move(value); }
+    void setImageScaling(platform::ui::ImageScaling value) override { scaling = value; }
 };
 
-class ScriptedProgressIndicator final : public ScriptedViewKind<platform::ui::ProgressIndicator> {
+class ScriptedBar final : public ScriptedViewOf<platform::ui::ProgressIndicator> {
 public:
-    using ScriptedViewKind::ScriptedViewKind;
+    using ScriptedViewOf::ScriptedViewOf;
     std::optional<platform::ui::ProgressIndicatorStyle> style;
     bool indeterminate = false;
     bool animating = false;
 
-    void setStyle(platform::ui::ProgressIndicatorStyle value) override { style = value; note("setStyle"); }
-    void setIndeterminate(bool value) override { indeterminate = value; note("setIndeterminate"); }
-    void startAnimation() override { animating = true; note("startAnimation"); }
-    void stopAnimation() override { animating = false; note("stopAnimation"); }
+    void setStyle(platform::ui::ProgressIndicatorStyle value) override { style = value; }
+    void setIndeterminate(bool value) override { indeterminate = value; }
+    void startAnimation() override { note("bar start"); animating = true; }
+    void stopAnimation() override { note("bar stop"); animating = false; }
 };
 
-class ScriptedWindow final : public platform::ui::Window {
+class ScriptedToolkit final : public platform::ui::Toolkit, public platform::ui::Application,
+                              public platform::ui::Window, public platform::ui::Alert {
 public:
-    explicit ScriptedWindow(EventLog& log) : log_(log) {}
+    explicit ScriptedToolkit(ScriptedSystem& system) : system_(system) {}
+
+    std::shared_ptr<ScriptedViewOf<platform::ui::View>> view;
+    std::shared_ptr<ScriptedImageView> imageView;
+    std::vector<std::shared_ptr<ScriptedLabel>> labels;  // in the order made
+    std::shared_ptr<ScriptedBar> bar;
+    const std::shared_ptr<platform::ui::Image> icon = std::make_shared<platform::ui::Image>();
+    platform::ui::ApplicationDelegate* delegate = nullptr;
+    bool terminated = false;
+
+    // The window: how it was made (content rectangle, style mask, backing, defer) and what it was told.
+    std::string windowMade;
     std::string title;
     std::optional<bool> releasedWhenClosed;
+    bool centered = false;
     std::shared_ptr<platform::ui::View> contentView;
 
-    void setTitle(const std::string& value) override { title = value; log_.add("window.setTitle " + value); }
-    void setReleasedWhenClosed(bool value) override { releasedWhenClosed = value; log_.add("window.setReleasedWhenClosed"); }
-    void center() override { log_.add("window.center"); }
-    void setContentView(std::shared_ptr<platform::ui::View> view) override {
-        contentView = view;
-        log_.add("window.setContentView " + dynamic_cast<ScriptedView&>(*view).name());
-    }
-    void makeKeyAndOrderFront() override { log_.add("window.makeKeyAndOrderFront"); }
-
-private:
-    EventLog& log_;
-};
-
-class ScriptedAlert final : public platform::ui::Alert {
-public:
-    explicit ScriptedAlert(EventLog& log) : log_(log) {}
+    // The alert.
     std::string messageText;
     std::string informativeText;
-    std::optional<platform::ui::AlertStyle> style;
+    std::optional<platform::ui::AlertStyle> alertStyle;
     std::vector<std::string> buttons;
+
+    platform::ui::Application& sharedApplication() override { return *this; }
+    std::shared_ptr<platform::ui::Window> makeWindow(const platform::ui::Rect& content, unsigned style,
+                                                     platform::ui::BackingStoreType backing, bool defer) override {
+        windowMade = ::testing::PrintToString(content) + " style " + std::to_string(style) + " backing " +
+                     std::to_string(static_cast<int>(backing)) + (defer ? " deferred" : "");
+        return std::shared_ptr<platform::ui::Window>(this, [](platform::ui::Window*) {});
+    }
+    std::shared_ptr<platform::ui::View> makeView(const platform::ui::Rect& frame) override {
+        view = std::make_shared<ScriptedViewOf<platform::ui::View>>(system_);
+        view->setFrame(frame);
+        return view;
+    }
+    std::shared_ptr<platform::ui::ImageView> makeImageView(const platform::ui::Rect& frame) override {
+        imageView = std::make_shared<ScriptedImageView>(system_);
+        imageView->setFrame(frame);
+        return imageView;
+    }
+    std::shared_ptr<platform::ui::Label> labelWithString(const std::string& text) override {
+        labels.push_back(std::make_shared<ScriptedLabel>(system_));
+        labels.back()->text = text;
+        return labels.back();
+    }
+    std::shared_ptr<platform::ui::ProgressIndicator> makeProgressIndicator() override {
+        return bar = std::make_shared<ScriptedBar>(system_);
+    }
+    std::shared_ptr<platform::ui::Alert> makeAlert() override {
+        return std::shared_ptr<platform::ui::Alert>(this, [](platform::ui::Alert*) {});
+    }
+
+    void setActivationPolicy(platform::ui::ActivationPolicy) override {}
+    void setDelegate(platform::ui::ApplicationDelegate* value) override { delegate = value; }
+    void run() override {}
+    // Asks the delegate first, as the platform does.
+    void terminate() override {
+        noteOnMainThread(system_, "terminate");
+        terminated = delegate->applicationShouldTerminate(*this) == platform::ui::TerminateReply::TerminateNow;
+    }
+    void replyToApplicationShouldTerminate(bool value) override {
+        noteOnMainThread(system_, value ? "reply true" : "reply false");
+        terminated = value;
+    }
+    void activateIgnoringOtherApps(bool value) override {
+        noteOnMainThread(system_, value ? "activated" : "activated unless another app is active");
+    }
+    std::shared_ptr<platform::ui::Image> applicationIconImage() override { return icon; }
+
+    void setTitle(const std::string& value) override { title = value; }
+    void setReleasedWhenClosed(bool value) override { releasedWhenClosed = value; }
+    void center() override { centered = true; }
+    void setContentView(std::shared_ptr<platform::ui::View> value) override { contentView = std::move(value); }
+    void makeKeyAndOrderFront() override { noteOnMainThread(system_, "window shown"); }
 
     void setMessageText(const std::string& text) override { messageText = text; }
     void setInformativeText(const std::string& text) override { informativeText = text; }
-    void setAlertStyle(platform::ui::AlertStyle value) override { style = value; }
-    void addButtonWithTitle(const std::string& title) override { buttons.push_back(title); }
+    void setAlertStyle(platform::ui::AlertStyle value) override { alertStyle = value; }
+    void addButtonWithTitle(const std::string& value) override { buttons.push_back(value); }
     platform::ui::ModalResponse runModal() override {
-        log_.add("alert.runModal");
+        noteOnMainThread(system_, "alert");
         return platform::ui::kAlertFirstButtonReturn;
     }
 
 private:
-    EventLog& log_;
-};
-
-class ScriptedApplication final : public platform::ui::Application {
-public:
-    explicit ScriptedApplication(EventLog& log) : log_(log) {}
-    std::shared_ptr<platform::ui::Image> icon = std::make_shared<platform::ui::Image>();
-    platform::ui::ApplicationDelegate* delegate = nullptr;
-    bool terminated = false;
-
-    void setActivationPolicy(platform::ui::ActivationPolicy) override { log_.add("app.setActivationPolicy"); }
-    void setDelegate(platform::ui::ApplicationDelegate* value) override { delegate = value; }
-    void run() override { log_.add("app.run"); }
-    // Asks the delegate, as the real application does, and ends when it agrees.
-    void terminate() override {
-        auto reply = delegate ? delegate->applicationShouldTerminate(*this)
-                              : platform::ui::TerminateReply::TerminateNow;
-        log_.add(joined("app.terminate reply=", static_cast<int>(reply)));
-        if (reply == platform::ui::TerminateReply::TerminateNow) terminated = true;
-    }
-    void replyToApplicationShouldTerminate(bool value) override {
-        log_.add(joined("app.replyToApplicationShouldTerminate ", value));
-        if (value) terminated = true;
-    }
-    void activateIgnoringOtherApps(bool value) override {
-        log_.add(joined("app.activateIgnoringOtherApps ", value));
-    }
-    std::shared_ptr<platform::ui::Image> applicationIconImage() override { return icon; }
-
-private:
-    EventLog& log_;
-};
-
-class ScriptedToolkit final : public platform::ui::Toolkit {
-public:
-    explicit ScriptedToolkit(EventLog& log) : application(log), log_(log) {}
-
-    ScriptedApplication application;
-    std::shared_ptr<ScriptedWindow> window;
-    std::unique_ptr<platform::ui::Rect> windowContentRect;
-    unsigned windowStyleMask = 0;
-    std::vector<std::shared_ptr<ScriptedLabel>> labels;
-    std::vector<std::shared_ptr<ScriptedImageView>> imageViews;
-    std::vector<std::shared_ptr<ScriptedProgressIndicator>> progressIndicators;
-    std::vector<std::shared_ptr<ScriptedView>> views;
-    std::vector<std::shared_ptr<ScriptedAlert>> alerts;
-
-    platform::ui::Application& sharedApplication() override { return application; }
-    std::shared_ptr<platform::ui::Window> makeWindow(const platform::ui::Rect& rect, unsigned mask,
-                                                     platform::ui::BackingStoreType backing,
-                                                     bool defer) override {
-        log_.add(joined("makeWindow ", describe(rect), " style=", mask, " backing=",
-                           static_cast<int>(backing), " defer=", defer));
-        windowContentRect = std::make_unique<platform::ui::Rect>(rect);
-        windowStyleMask = mask;
-        return window = std::make_shared<ScriptedWindow>(log_);
-    }
-    std::shared_ptr<platform::ui::View> makeView(const platform::ui::Rect& frame) override {
-        return made(views, "view", frame);
-    }
-    std::shared_ptr<platform::ui::ImageView> makeImageView(const platform::ui::Rect& frame) override {
-        return made(imageViews, "imageView", frame);
-    }
-    std::shared_ptr<platform::ui::Label> labelWithString(const std::string& text) override {
-        auto label = made(labels, "label", platform::ui::Rect{});
-        label->text = text;
-        log_.add("labelWithString " + text);
-        return label;
-    }
-    std::shared_ptr<platform::ui::ProgressIndicator> makeProgressIndicator() override {
-        return made(progressIndicators, "progress", platform::ui::Rect{});
-    }
-    std::shared_ptr<platform::ui::Alert> makeAlert() override {
-        alerts.push_back(std::make_shared<ScriptedAlert>(log_));
-        return alerts.back();
-    }
-
-private:
-    template <class Kind>
-    std::shared_ptr<Kind> made(std::vector<std::shared_ptr<Kind>>& list, const std::string& kind,
-                               const platform::ui::Rect& frame) {
-        std::string name = kind + " " + std::to_string(list.size() + 1);
-        log_.add("make " + name);
-        list.push_back(std::make_shared<Kind>(log_, name));
-        list.back()->setFrame(frame);
-        return list.back();
-    }
-
-    EventLog& log_;
+    ScriptedSystem& system_;
 };
 
 }  // namespace testing_support

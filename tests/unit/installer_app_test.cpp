@@ -1,0 +1,135 @@
+// The installer application on the scripted machine and toolkit: its window, the one install run
+// and each way it ends. The test plays the event loop: it runs the queues' tasks by hand.
+#include <gtest/gtest.h>
+
+#include "installer_app_delegate.h"
+#include "support/scripted_toolkit.h"
+
+namespace {
+
+using namespace testing_support;
+using platform::ui::Rect;
+
+const std::string kCopying = "Copying Kelvo to your Applications folder\u2026";
+const std::string kLaunching = "Launching Kelvo\u2026 It will eject this installer disk for you.";
+const std::string kOpen = "open /Applications/Kelvo.app [--eject-installer-volume /Volumes/Kelvo] activated";
+const std::string kStarted = "bar start, window shown, activated, background";
+
+struct AppRun {
+    // The platform has finished launching the installer started with `arguments`.
+    void start(const std::vector<std::string>& arguments = {}) {
+        system.commandLine.insert(system.commandLine.end(), arguments.begin(), arguments.end());
+        delegate = std::make_shared<installer_app::InstallerAppDelegate>();
+        toolkit.setDelegate(delegate.get());
+        delegate->applicationDidFinishLaunching();
+    }
+    // install() runs in the background and hands its outcome to the main queue.
+    void install() {
+        system.runBackgroundTasks();
+        system.runMainTasks();
+    }
+    // What the application did, without the steps of install() itself.
+    std::string events() const { return system.events({"background: "}); }
+
+    ScriptedSystem system;
+    ScriptedToolkit toolkit{system};
+    platform::ScopedServices services{system.services()};
+    platform::ui::ScopedToolkit toolkitScope{toolkit};
+    std::shared_ptr<installer_app::InstallerAppDelegate> delegate;
+};
+
+TEST(InstallerApp, BuildsItsFixedWindow) {
+    using namespace platform::ui;
+    AppRun run;
+    run.start();
+    const ScriptedToolkit& made = run.toolkit;
+    EXPECT_EQ(made.windowMade, "0,0 460x220 style 3 backing 2");
+    EXPECT_EQ(std::tuple(made.title, made.releasedWhenClosed, made.centered), std::tuple("Install Kelvo", false, true));
+    EXPECT_EQ(made.contentView, made.view);
+    const ScriptedLabel& status = *made.labels.at(0);
+    const ScriptedLabel& title = *made.labels.at(1);
+    EXPECT_EQ(made.view->subviews,
+              (std::vector<std::shared_ptr<View>>{made.imageView, made.labels[1], made.labels[0], made.bar}));
+    const std::pair<Rect, Rect> frames[] = {
+        {made.view->frame(), {0, 0, 460, 220}}, {made.imageView->frame(), {198, 132, 64, 64}},
+        {title.frame(), {20, 96, 420, 26}},     {status.frame(), {24, 44, 412, 44}},
+        {made.bar->frame(), {60, 20, 340, 20}},
+    };
+    for (const auto& [frame, expected] : frames) EXPECT_EQ(frame, expected);
+    EXPECT_EQ(made.imageView->image, made.icon);
+    EXPECT_EQ(made.imageView->scaling, ImageScaling::ProportionallyUpOrDown);
+    EXPECT_EQ(std::tuple(title.text, title.font.size, title.font.weight, title.alignment),
+              std::tuple("Installing Kelvo", 18, FontWeight::Semibold, TextAlignment::Center));
+    EXPECT_EQ(std::tuple(status.text, status.font.size, status.font.weight, status.color, status.alignment),
+              std::tuple(kCopying, 12, FontWeight::Regular, Color::secondaryLabelColor, TextAlignment::Center));
+    EXPECT_EQ(std::tuple(status.lineBreakMode, status.maximumLines), std::tuple(LineBreakMode::ByWordWrapping, 3));
+    EXPECT_EQ(std::tuple(made.bar->style, made.bar->indeterminate), std::tuple(ProgressIndicatorStyle::Bar, true));
+}
+
+TEST(InstallerApp, EndsAfterADelayOnSuccessAndThroughTheAlertOnFailure) {
+    const std::string missing = engine::InstallError::embeddedAppMissing().localizedDescription();
+    const std::string launchFailed = engine::InstallError::launchFailed("Denied.").localizedDescription();
+    const struct {
+        const char* name;
+        void (*setUp)(ScriptedSystem&);
+        std::vector<std::string> arguments;
+        std::optional<std::string> launchError;
+        std::string events;
+    } rows[] = {
+        {"launched", [](ScriptedSystem&) {}, {}, std::nullopt,
+         kStarted + ", text " + kLaunching + ", " + kOpen + ", main, bar stop, after 1, terminate"},
+        {"launched from a local folder", [](ScriptedSystem& s) { s.bundle = "/Users/me/Install Kelvo.app"; },
+         {"--dest", "/Users/me/Apps"}, std::nullopt,
+         kStarted + ", text " + kLaunching +
+             ", open /Users/me/Apps/Kelvo.app activated, main, bar stop, after 1, terminate"},
+        {"launch skipped", [](ScriptedSystem&) {}, {"--dest", "/Users/me/Apps", "--no-launch"}, std::nullopt,
+         kStarted + ", text Installed to /Users/me/Apps/Kelvo.app (launch skipped)., bar stop, after 1.5, terminate"},
+        {"install failed", [](ScriptedSystem& s) { s.paths.clear(); }, {}, std::nullopt,
+         kStarted + ", bar stop, text " + missing + ", alert, terminate"},
+        {"launch failed", [](ScriptedSystem&) {}, {}, "Denied.",
+         kStarted + ", text " + kLaunching + ", " + kOpen + ", main, bar stop, text " + launchFailed +
+             ", alert, terminate"},
+    };
+    for (const auto& row : rows) {
+        AppRun run;
+        row.setUp(run.system);
+        run.start(row.arguments);
+        run.install();
+        if (run.system.openHandler) {
+            run.system.openHandler(row.launchError ? std::optional(platform::Error(*row.launchError)) : std::nullopt);
+            run.system.runMainTasks();
+        }
+        run.system.runDelayedTasks();
+        EXPECT_EQ(run.events(), row.events) << row.name;
+        EXPECT_TRUE(run.toolkit.terminated) << row.name;
+        if (row.events.ends_with("alert, terminate")) {
+            const ScriptedToolkit& alert = run.toolkit;
+            EXPECT_EQ(std::tuple(alert.messageText, alert.informativeText, alert.alertStyle, alert.buttons),
+                      std::tuple("Installation Problem", alert.labels.at(0)->text, platform::ui::AlertStyle::Warning,
+                                 std::vector<std::string>{"Quit"}))
+                << row.name;
+        }
+    }
+}
+
+// Cut off half-way, an install would leave a partly copied Kelvo.app behind.
+TEST(InstallerApp, ClosingTheWindowDuringTheInstallEndsOnceItReturnsShowingNothing) {
+    for (bool carriesKelvo : {true, false}) {
+        AppRun run;
+        if (!carriesKelvo) run.system.paths.clear();
+        run.start();
+        run.toolkit.terminate();  // what closing the last window leads to
+        EXPECT_FALSE(run.toolkit.terminated) << "ended during the install";
+        run.install();
+        EXPECT_TRUE(run.toolkit.terminated);
+        EXPECT_EQ(run.events(), kStarted + ", terminate, reply true");
+    }
+    AppRun run;
+    run.start();
+    EXPECT_TRUE(run.delegate->applicationShouldTerminateAfterLastWindowClosed(run.toolkit));
+    run.install();
+    run.toolkit.terminate();
+    EXPECT_TRUE(run.toolkit.terminated) << "once install() has returned, closing ends the application at once";
+}
+
+}  // namespace

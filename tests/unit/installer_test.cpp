@@ -1,0 +1,84 @@
+// The installer's options, read from its command line, and the places it works out.
+#include <gtest/gtest.h>
+
+#include "engine/installer.h"
+#include "support/scripted_system.h"
+
+namespace {
+
+using testing_support::ScriptedSystem;
+
+TEST(InstallerOptions, ReadsTheCommandLineAsTheInstallerDoes) {
+    const std::string exe = "/Volumes/Kelvo/Install Kelvo.app/Contents/MacOS/Install Kelvo";
+    const struct {
+        std::vector<std::string> arguments;
+        std::string destination;
+        bool launch;
+    } rows[] = {
+        {{}, "/Applications", true},
+        {{exe, "--dest", "/Users/someone/Applications"}, "/Users/someone/Applications", true},
+        {{exe, "--no-launch"}, "/Applications", false},
+        {{exe, "--no-launch", "--dest"}, "/Applications", false},
+        {{exe, "--dest", "--no-launch"}, "--no-launch", false},
+        {{exe, "--dest", "/a", "--dest", "/b"}, "/a", true},
+        {{exe, "--dest", "/a", "--dest", "--no-launch"}, "/a", false},
+        {{exe, "--dest", ""}, "", true},
+        {{exe, "--dest", "~/a//b/../"}, "~/a//b/../", true},
+        {{exe, "--dest=/a", "--Dest", "/b", "-dest", "/c", "--destination", "/d"}, "/Applications", true},
+        {{exe, "--NO-LAUNCH", "--no-launch=yes"}, "/Applications", true},
+        {{"--dest", "/x"}, "/x", true},
+        {{"--no-launch"}, "/Applications", false},
+    };
+    for (const auto& row : rows) {
+        engine::Installer installer(row.arguments);
+        EXPECT_EQ(installer.destinationDir(), row.destination) << ::testing::PrintToString(row.arguments);
+        EXPECT_EQ(installer.launchAfterInstall(), row.launch) << ::testing::PrintToString(row.arguments);
+    }
+}
+
+TEST(InstallerPlaces, VolumePathIsTheMountPointTheBundleLiesOn) {
+    const struct {
+        std::string bundlePath;
+        std::optional<std::string> volume;
+    } rows[] = {
+        {"/Volumes/Setup/Install.app", "/Volumes/Setup"},
+        {"/Volumes/Setup Disk/Extras/Install.app", "/Volumes/Setup Disk"},
+        {"/Volumes//Setup/Install.app", "/Volumes/Setup"},
+        {"/Volumes/Setup", "/Volumes/Setup"},
+        {"/Volumes/", std::nullopt},
+        {"/Volumes", std::nullopt},
+        {"/volumes/Setup/Install.app", std::nullopt},
+        {"/Applications/Install.app", std::nullopt},
+        {"Volumes/Setup/Install.app", std::nullopt},
+    };
+    ScriptedSystem system;
+    platform::ScopedServices scope(system.services());
+    for (const auto& row : rows) {
+        system.bundle = row.bundlePath;
+        EXPECT_EQ(engine::Installer({"x"}).installerVolumePath(), row.volume) << row.bundlePath;
+    }
+}
+
+TEST(InstallerPlaces, DestinationIsKelvoAppInTheFolderGiven) {
+    const struct {
+        std::string folder;
+        std::optional<std::string> workingDirectory;
+        std::string destination;
+    } rows[] = {
+        {"/Applications", "/Users/me", "/Applications/Kelvo.app"},
+        {"/Applications/", "/Users/me", "/Applications/Kelvo.app"},
+        {"/", "/Users/me", "/Kelvo.app"},
+        {"Apps", "/Users/me", "/Users/me/Apps/Kelvo.app"},
+        {"", "/Users/me", "/Users/me/Kelvo.app"},
+        {"Apps", std::nullopt, "Apps/Kelvo.app"},  // never taken to lie below "/"
+    };
+    for (const auto& row : rows) {
+        ScriptedSystem system;
+        system.workingDirectory = row.workingDirectory;
+        platform::ScopedServices scope(system.services());
+        EXPECT_EQ(engine::Installer({"x", "--dest", row.folder}).destinationURL().path(), row.destination)
+            << row.folder;
+    }
+}
+
+}  // namespace

@@ -14,6 +14,7 @@
 
 #include "installer_run.h"
 #include "support/command.h"
+#include "support/isolation.h"
 #include "support/launch_records.h"
 #include "support/temp_folder.h"
 #include "x_display.h"
@@ -71,11 +72,7 @@ protected:
         if (!KELVO_DISK_IMAGE_BUILT) GTEST_SKIP() << "the installer application is not part of this build yet";
         ASSERT_TRUE(std::filesystem::exists(KELVO_DISK_IMAGE)) << "the disk image was not built";
         ASSERT_TRUE(e2e::becomeSubreaper());
-        // Another program's test may be finishing with its own Kelvo copies: give it a moment.
-        ASSERT_EQ(runCommand("for i in $(seq 300); do pgrep -x Kelvo >/dev/null || exit 0; sleep 0.1; done; exit 1")
-                      .exitStatus,
-                  0)
-            << "a Kelvo is running already; these tests start from none";
+        if (auto why = testing_support::ownProcessNamespaceMissing()) GTEST_SKIP() << *why;
         // The one trace on the machine: an empty /Volumes. Each run mounts a scratch folder over it
         // in its own mount namespace, so the volume's mount point is never made here.
         std::filesystem::create_directories("/Volumes");

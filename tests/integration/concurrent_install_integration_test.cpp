@@ -9,7 +9,8 @@
 
 #include <filesystem>
 
-#include "support/privileged_install_machine.h"
+#include "support/command.h"
+#include "support/isolation.h"
 #include "support/sample_trees.h"
 #include "support/temp_folder.h"
 
@@ -52,7 +53,7 @@ std::vector<std::string> installTogether(const std::string& installer, const std
 
 TEST(ConcurrentInstalls, TwoInstallersOnOneDestinationEachLeaveACompleteBundle) {
     // The installs stop every Kelvo they see: in this test's own process namespace, none.
-    if (auto why = privilegedInstallUnavailable()) GTEST_SKIP() << *why;
+    if (auto why = privilegedCommandUnavailable()) GTEST_SKIP() << *why;
     TempFolder folder;
     std::string payload = folder / "Setup.app/Contents/Resources/Kelvo.app";
     std::filesystem::create_directories(folder / "Setup.app/Contents/MacOS");

@@ -9,7 +9,8 @@
 #include "platform/linux/file_manager.h"
 #include "support/installer_test_access.h"
 #include "support/private_mounts.h"
-#include "support/privileged_install_machine.h"
+#include "support/command.h"
+#include "support/isolation.h"
 #include "support/sample_trees.h"
 #include "support/temp_folder.h"
 
@@ -77,7 +78,7 @@ TEST_F(FileFaults, ReadOnlyFileSystemRefusesRemovalAndCopy) {
 }
 
 TEST_F(FileFaults, PrivilegedCommandReportsTheFailingToolsMessage) {
-    if (auto why = privilegedInstallUnavailable()) GTEST_SKIP() << *why;
+    if (auto why = privilegedCommandUnavailable()) GTEST_SKIP() << *why;
     TmpfsMount full(folder / "disk", "size=1m");
     ASSERT_EQ(full.failure(), std::nullopt);
     std::optional<std::string> message = fallback(folder / "Kelvo.app", folder / "disk/Kelvo.app");

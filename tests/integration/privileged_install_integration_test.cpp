@@ -11,7 +11,8 @@
 #include "platform/linux/file_manager.h"
 #include "platform/services.h"
 #include "support/installer_test_access.h"
-#include "support/privileged_install_machine.h"
+#include "support/command.h"
+#include "support/isolation.h"
 #include "support/sample_trees.h"
 #include "support/scripted_main_bundle.h"
 #include "support/temp_folder.h"
@@ -33,7 +34,7 @@ std::optional<std::string> runFallback(const std::string& source, const std::str
 class PrivilegedInstall : public ::testing::Test {
 protected:
     void SetUp() override {
-        if (auto why = privilegedInstallUnavailable()) GTEST_SKIP() << *why;
+        if (auto why = privilegedCommandUnavailable()) GTEST_SKIP() << *why;
     }
 };
 

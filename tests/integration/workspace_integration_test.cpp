@@ -14,6 +14,7 @@
 #include "engine/product_identity.h"
 #include "platform/services.h"
 #include "support/command.h"
+#include "support/isolation.h"
 #include "support/private_mounts.h"
 #include "support/started_process.h"
 #include "support/temp_folder.h"
@@ -33,7 +34,7 @@ std::set<pid_t> pidsOf(const std::vector<std::shared_ptr<platform::RunningApplic
 }
 
 TEST(Workspace, ListsExactlyTheBundleCopiesThatPgrepAndPsSee) {
-    ASSERT_EQ(testing_support::pgrepKelvo(), std::vector<pid_t>{}) << "start from no Kelvo running";
+    if (auto why = testing_support::ownProcessNamespaceMissing()) GTEST_SKIP() << *why;
     testing_support::TempFolder folder;
     std::filesystem::copy(testing_support::buildFolder() + "/kelvo/Kelvo.app", folder / "Copy.app",
                           std::filesystem::copy_options::recursive);
@@ -71,7 +72,7 @@ TEST(Workspace, ListsExactlyTheBundleCopiesThatPgrepAndPsSee) {
 }
 
 TEST(Workspace, ReadsTheBundleIdentifierFromABinaryInfoPlist) {
-    ASSERT_EQ(testing_support::pgrepKelvo(), std::vector<pid_t>{}) << "start from no Kelvo running";
+    if (auto why = testing_support::ownProcessNamespaceMissing()) GTEST_SKIP() << *why;
     testing_support::TempFolder folder;
     std::string bundle = folder / "Other.app";
     std::filesystem::create_directories(bundle + "/Contents/MacOS");

@@ -21,7 +21,7 @@ if [ "$(id -u)" -ne 0 ] || ! unshare --pid --fork --mount-proc --mount true 2>/d
   exec "$reaper" "${tests[@]}"
 fi
 mkdir -p build/tests/bin
-ln -sfn "$PWD/build/installer/platform/linux/ditto/ditto" build/tests/bin/ditto
+cp build/installer/platform/linux/ditto/ditto build/tests/bin/ditto
 exec unshare --pid --fork --mount-proc --mount "$reaper" sh -c \
   'mount -t overlay kelvo-tests -o "lowerdir=$1:/usr/bin" /usr/bin ||
      echo "test: the built ditto is not at /usr/bin/ditto; the tests that run it skip." >&2

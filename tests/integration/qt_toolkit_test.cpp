@@ -7,7 +7,6 @@
 #include <QLabel>
 #include <QTimer>
 
-#include "platform/linux/ui/qt_image_view.h"
 #include "platform/linux/ui/qt_window.h"
 #include "platform/linux/ui/widget_view.h"
 #include "platform/ui/toolkit.h"
@@ -84,14 +83,6 @@ TEST_F(QtToolkit, TheWindowHasOnlyACloseButtonAFixedSizeAndSitsCentredAboveTheMi
     EXPECT_EQ(widget->maximumSize(), QSize(460, 220));
     EXPECT_EQ(widget->x(), (1280 - 460) / 2);
     EXPECT_LT(widget->y(), (800 - 220) / 2);
-}
-
-TEST_F(QtToolkit, AnImageIsScaledIntoItsFrame) {
-    auto view = toolkit().makeImageView(Rect{198, 132, 64, 64});
-    QPixmap large(512, 256);
-    view->setImage(std::make_shared<platform::linux_backend::QtImage>(large));
-    view->setImageScaling(ImageScaling::ProportionallyUpOrDown);
-    EXPECT_EQ(static_cast<QLabel*>(widgetOf(*view))->pixmap().size(), QSize(64, 32));
 }
 
 TEST_F(QtToolkit, TheAlertIsApplicationModalAndReturnPressesItsFirstButton) {

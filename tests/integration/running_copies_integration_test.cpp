@@ -1,202 +1,167 @@
-// Finding and stopping real copies of Kelvo: real processes, the real pgrep, real signals.
+// Finding and stopping real copies of Kelvo: real processes, the real /proc scan checked against
+// pgrep, real signals, and a whole install() around them.
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/mount.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
+#include <cstring>
 #include <filesystem>
+#include <future>
+#include <set>
+#include <sstream>
 
-#include "platform/posix/child_processes.h"
+#include "engine/installer.h"
 #include "engine/product_identity.h"
+#include "platform/posix/process_signals.h"
 #include "platform/services.h"
-#include "support/installer_test_access.h"
+#include "support/command.h"
 #include "support/isolation.h"
+#include "support/payload_bundle.h"
 #include "support/started_process.h"
-#include "support/temp_folder.h"
 
 namespace {
 
-using engine::Installer;
-using engine::InstallerTestAccess;
-using engine::ProcessIdentifiers;
-using testing_support::StartedProcess;
-using Clock = std::chrono::steady_clock;
+using namespace testing_support;
+using namespace std::chrono_literals;
 
-double secondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-class RunningCopies : public ::testing::Test {
+class RunningCopies : public testing::Test {
 protected:
     void SetUp() override {
-        if (auto why = testing_support::ownProcessNamespaceMissing()) GTEST_SKIP() << *why;
+        if (auto why = ownProcessNamespaceMissing()) GTEST_SKIP() << *why;
     }
 
-    static platform::Expected<ProcessIdentifiers, engine::InstallError> find() {
-        return InstallerTestAccess::runningKelvoProcessIdentifiers(Installer({"installer"}));
+    // A whole install of a small payload: its error message ("" on success) and its seconds.
+    std::pair<std::string, double> timedInstall() {
+        writeFile(payload.payload() + "/Contents/Info.plist", "<plist/>");
+        auto start = std::chrono::steady_clock::now();
+        auto result = engine::Installer({"installer", "--dest", folder.path()}).install();
+        return {result ? "" : result.error().localizedDescription(),
+                std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count()};
     }
 
-    // Runs the stop step, returning its error message ("" on success) and its length in seconds.
-    static std::pair<std::string, double> stop() {
-        auto start = Clock::now();
-        auto result = InstallerTestAccess::stopRunningInstances(Installer({"installer"}));
-        return {result ? "" : result.error().localizedDescription(), secondsSince(start)};
-    }
+    TempFolder folder;
+    PayloadBundle payload;
 };
 
-TEST_F(RunningCopies, NoCopyRunningStopsAtOnce) {
-    auto found = find();
-    ASSERT_TRUE(found) << found.error().localizedDescription();
-    EXPECT_EQ(found.value(), ProcessIdentifiers{});
-    auto [error, seconds] = stop();
-    EXPECT_EQ(error, "");
-    EXPECT_LT(seconds, 1.0);
+// Waits until the stand-in Kelvo `pid` has set up its handling of SIGTERM (blocked or ignored).
+void waitUntilItTakesSigterm(pid_t pid) {
+    for (int tries = 0; tries < 1000; ++tries, usleep(2000)) {
+        std::istringstream status(readFile("/proc/" + std::to_string(pid) + "/status"));
+        for (std::string line; std::getline(status, line);) {
+            bool mask = line.starts_with("SigBlk:\t") || line.starts_with("SigIgn:\t");
+            if (mask && (std::stoull(line.substr(8), nullptr, 16) >> (SIGTERM - 1)) & 1) return;
+        }
+    }
 }
 
-TEST_F(RunningCopies, BundleCopyQuitsWhenAsked) {
-    StartedProcess kelvo(testing_support::standInKelvoExecutable(), {});
-    ASSERT_GT(kelvo.pid(), 0);
-    auto found = find();
-    ASSERT_TRUE(found) << found.error().localizedDescription();
-    EXPECT_EQ(found.value(), ProcessIdentifiers{kelvo.pid()});
-
-    auto [error, seconds] = stop();
-    EXPECT_EQ(error, "");
-    EXPECT_LT(seconds, 1.5) << "a copy that quits on request needs no forced pass";
-    ASSERT_TRUE(kelvo.waitForExit(std::chrono::seconds(1)));
-    EXPECT_TRUE(WIFEXITED(*kelvo.waitStatus())) << "it quit by itself after the request";
+std::set<pid_t> pgrepKelvo() {
+    std::set<pid_t> found;
+    std::istringstream lines(runCommand("/usr/bin/pgrep -x Kelvo").output);
+    for (pid_t pid; lines >> pid;) found.insert(pid);
+    return found;
 }
 
-TEST_F(RunningCopies, CopyIgnoringTheRequestIsKilledInTheForcedPass) {
-    StartedProcess kelvo(testing_support::standInKelvoExecutable(), {"--ignore-sigterm"});
-    StartedProcess polite(testing_support::standInKelvoExecutable(), {});
-    ASSERT_GT(kelvo.pid(), 0);
-    auto [error, seconds] = stop();
-    EXPECT_EQ(error, "");
-    // The whole first wait, then a kill that is seen at once: about 2 s, well short of 3.
-    EXPECT_GE(seconds, 1.9);
-    EXPECT_LT(seconds, 2.8);
-    ASSERT_TRUE(kelvo.waitForExit(std::chrono::seconds(1)));
-    EXPECT_TRUE(WIFSIGNALED(*kelvo.waitStatus()) && WTERMSIG(*kelvo.waitStatus()) == SIGKILL);
-    ASSERT_TRUE(polite.waitForExit(std::chrono::seconds(1)));
-    EXPECT_TRUE(WIFEXITED(*polite.waitStatus()));
-}
-
-TEST_F(RunningCopies, PlainExecutableNamedKelvoIsFoundByPgrepAndSignalled) {
-    testing_support::TempFolder folder;
+TEST_F(RunningCopies, TheScanListsTheBundleCopiesAmongWhatPgrepSees) {
+    std::filesystem::copy(buildFolder() + "/kelvo/Kelvo.app", folder / "Copy.app", std::filesystem::copy_options::recursive);
+    std::string infoPlist = shellWord(folder / "Copy.app/Contents/Info.plist");
+    ASSERT_EQ(runCommand("plistutil -f bin -i " + infoPlist + " -o " + infoPlist).exitStatus, 0) << "a binary Info.plist";
     std::filesystem::copy_file("/bin/sleep", folder / "Kelvo");
-    StartedProcess kelvo(folder / "Kelvo", {"1000"});
-    ASSERT_GT(kelvo.pid(), 0);
-    EXPECT_EQ(platform::workspace().runningApplicationWithProcessIdentifier(kelvo.pid()), nullptr)
-        << "outside any bundle it is no application";
-    auto found = find();
-    ASSERT_TRUE(found) << found.error().localizedDescription();
-    EXPECT_EQ(found.value(), ProcessIdentifiers{kelvo.pid()});
+    StartedProcess first(standInKelvoExecutable(), {});
+    StartedProcess second(folder / "Copy.app/Contents/MacOS/Kelvo", {});
+    StartedProcess plain(folder / "Kelvo", {"1000"});
 
-    auto [error, seconds] = stop();
-    EXPECT_EQ(error, "");
-    EXPECT_LT(seconds, 1.5);
-    ASSERT_TRUE(kelvo.waitForExit(std::chrono::seconds(1)));
-    EXPECT_TRUE(WIFSIGNALED(*kelvo.waitStatus()) && WTERMSIG(*kelvo.waitStatus()) == SIGTERM);
+    std::set<pid_t> bundled;
+    for (const auto& application : platform::workspace().runningApplications()) {
+        if (application->bundleIdentifier() == engine::kTargetBundleIdentifier) bundled.insert(application->processIdentifier());
+    }
+    EXPECT_EQ(bundled, (std::set<pid_t>{first.pid(), second.pid()}));
+    EXPECT_EQ(pgrepKelvo(), (std::set<pid_t>{first.pid(), second.pid(), plain.pid()}));
+    for (pid_t pid : {getpid(), plain.pid(), 0, -1}) {
+        EXPECT_EQ(platform::workspace().runningApplicationWithProcessIdentifier(pid), nullptr) << pid;
+    }
+
+    auto handle = platform::workspace().runningApplicationWithProcessIdentifier(first.pid());
+    ASSERT_NE(handle, nullptr);
+    kill(first.pid(), SIGKILL);
+    ASSERT_TRUE(first.waitForExit(1s));
+    EXPECT_TRUE(handle->isTerminated());
+    EXPECT_FALSE(handle->terminate()) << "a gone copy's number may be another process's by now";
 }
 
-TEST_F(RunningCopies, ZombieNamedKelvoCannotBeStoppedAndIsReported) {
-    pid_t zombie = fork();
-    ASSERT_GE(zombie, 0);
+TEST_F(RunningCopies, AnApplicationOnAStalledMountHoldsTheScanUpNoLonger) {
+    std::string bundle = folder / "Other.app";
+    std::filesystem::create_directories(bundle + "/Contents/MacOS");
+    std::filesystem::copy_file("/bin/sleep", bundle + "/Contents/MacOS/other");
+    StartedProcess other(bundle + "/Contents/MacOS/other", {"1000"});
+    // A FUSE file system whose server never answers, as a network mount whose server went away.
+    int server = open("/dev/fuse", O_RDWR | O_CLOEXEC);
+    std::string options = "fd=" + std::to_string(server) + ",rootmode=40000,user_id=0,group_id=0";
+    if (server < 0 || mount("kelvo-test", (bundle + "/Contents").c_str(), "fuse.stalled", 0, options.c_str()) != 0) {
+        GTEST_SKIP() << "no FUSE mount here: " << std::strerror(errno);
+    }
+    auto scan = std::async(std::launch::async, [] { return platform::workspace().runningApplications(); });
+    bool quick = scan.wait_for(2s) == std::future_status::ready;
+    close(server);  // fails whatever still waits on the mount
+    ASSERT_TRUE(quick) << "the scan waited on the stalled mount";
+    for (const auto& application : scan.get()) {
+        if (application->processIdentifier() == other.pid()) EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
+    }
+}
+
+TEST_F(RunningCopies, AnInstallAsksThemToQuitThenForcesThem) {
+    std::filesystem::copy_file("/bin/sleep", folder / "Kelvo");
+    const struct {
+        const char* name;
+        std::string program;
+        std::vector<std::string> arguments;
+        int endingSignal;  // 0: it quit by itself
+        double atLeast, below;
+    } rows[] = {
+        {"a copy that quits when asked", standInKelvoExecutable(), {}, 0, 0, 1.5},
+        {"a copy that ignores the request", standInKelvoExecutable(), {"--ignore-sigterm"}, SIGKILL, 1.9, 3.5},
+        {"a program named Kelvo in no bundle", folder / "Kelvo", {"1000"}, SIGTERM, 0, 1.5},
+    };
+    for (const auto& row : rows) {
+        StartedProcess kelvo(row.program, row.arguments);
+        if (row.endingSignal != SIGTERM) waitUntilItTakesSigterm(kelvo.pid());
+        auto [error, seconds] = timedInstall();
+        EXPECT_EQ(error, "") << row.name;
+        EXPECT_GE(seconds, row.atLeast) << row.name;
+        EXPECT_LT(seconds, row.below) << row.name;
+        std::optional<int> status = kelvo.waitForExit(1s);
+        ASSERT_TRUE(status) << row.name;
+        EXPECT_EQ(WIFSIGNALED(*status) ? WTERMSIG(*status) : 0, row.endingSignal) << row.name;
+    }
+}
+
+TEST_F(RunningCopies, AnInstallGivesUpOnACopyThatCannotBeStoppedAndLeavesTheOldOne) {
+    writeFile(folder / "Kelvo.app/Contents/Info.plist", "old");
+    pid_t zombie = fork();  // exits at once and is not reaped: listed, and no signal ends it
     if (zombie == 0) {
         prctl(PR_SET_NAME, "Kelvo");
         _exit(0);
     }
-    // Not reaped until the end: it stays listed whatever is sent to it.
-    siginfo_t info{};
-    waitid(P_PID, static_cast<id_t>(zombie), &info, WEXITED | WNOWAIT);
-    auto [error, seconds] = stop();
+    siginfo_t exited{};
+    waitid(P_PID, static_cast<id_t>(zombie), &exited, WEXITED | WNOWAIT);
+    auto [error, seconds] = timedInstall();
     waitpid(zombie, nullptr, 0);
-
     EXPECT_EQ(error, "Could not close the running Kelvo process (PID " + std::to_string(zombie) +
                          "). Quit Kelvo and try again.");
     EXPECT_GE(seconds, 2.9);
     EXPECT_LT(seconds, 4.5);
+    EXPECT_EQ(readFile(folder / "Kelvo.app/Contents/Info.plist"), "old");
 }
 
-TEST_F(RunningCopies, HandleOfAnExitedCopyReportsTerminatedAndSignalsNothing) {
-    std::shared_ptr<platform::RunningApplication> application;
-    {
-        StartedProcess kelvo(testing_support::standInKelvoExecutable(), {});
-        application = platform::workspace().runningApplicationWithProcessIdentifier(kelvo.pid());
-        ASSERT_NE(application, nullptr);
-        EXPECT_FALSE(application->isTerminated());
-        EXPECT_EQ(application->bundleIdentifier(), engine::kTargetBundleIdentifier);
-        EXPECT_EQ(application->executableURL()->path(),
-                  std::filesystem::canonical(testing_support::standInKelvoExecutable()).string());
-    }  // killed and reaped here
-    EXPECT_TRUE(application->isTerminated());
-    EXPECT_FALSE(application->terminate());
-    EXPECT_FALSE(application->forceTerminate());
-}
-
-TEST_F(RunningCopies, ZombieHandleReportsTerminated) {
-    pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        execl(testing_support::standInKelvoExecutable().c_str(), "Kelvo", nullptr);
-        _exit(127);
-    }
-    std::shared_ptr<platform::RunningApplication> application;
-    for (int tries = 0; tries < 200 && !application; ++tries) {
-        application = platform::workspace().runningApplicationWithProcessIdentifier(child);
-        if (!application) usleep(5000);
-    }
-    ASSERT_NE(application, nullptr);
-    EXPECT_TRUE(application->forceTerminate());
-    siginfo_t info{};
-    waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOWAIT);  // a zombie now
-    EXPECT_TRUE(application->isTerminated());
-    waitpid(child, nullptr, 0);
-}
-
-// A child-process service that runs the real backend with one thing changed, to meet the real
-// failures of a missing tool and of a tool that rejects its arguments.
-class AlteredToolRun final : public platform::ChildProcesses {
-public:
-    std::optional<std::string> program;
-    std::optional<std::vector<std::string>> arguments;
-
-    platform::Expected<platform::ChildProcessResult, platform::Error> run(
-        const std::string& executable, const std::vector<std::string>& given) override {
-        return real_.run(program.value_or(executable), arguments.value_or(given));
-    }
-
-private:
-    platform::posix::PosixChildProcesses real_;
-};
-
-TEST_F(RunningCopies, ToolFailuresBecomeReadableInspectionErrors) {
-    AlteredToolRun missing;
-    missing.program = "/usr/bin/no-such-pgrep";
-    AlteredToolRun rejecting;
-    rejecting.arguments = std::vector<std::string>{"-x", "-u", "no-such-user-kelvo", "Kelvo"};
-    const struct {
-        const char* name;
-        AlteredToolRun* tool;
-        std::string message;
-    } rows[] = {
-        {"missing tool", &missing,
-         "Could not check for running Kelvo processes.\nThe program \u201C/usr/bin/no-such-pgrep\u201D could not "
-         "be started: No such file or directory."},
-        {"rejected arguments", &rejecting,
-         "Could not check for running Kelvo processes.\npgrep: invalid user name: no-such-user-kelvo"},
-    };
-    for (const auto& row : rows) {
-        platform::ScopedServices scope({.childProcesses = row.tool});
-        auto found = find();
-        ASSERT_FALSE(found) << row.name;
-        EXPECT_EQ(found.error().localizedDescription(), row.message) << row.name;
-        auto [error, seconds] = stop();
-        EXPECT_EQ(error, row.message) << row.name;
-    }
+// kill(2) reads 0 as "my process group" and -1 as "every process I may signal": a pgrep line of
+// "0" or "-1" must not become a signal to all of them. Probed with signal 0, which harms nothing.
+TEST(ProcessSignals, IdentifiersThatNameNoProcessAreTakenAsGone) {
+    for (std::int32_t pid : {0, -1}) EXPECT_EQ(platform::posix::PosixProcessSignals().kill(pid, 0), ESRCH) << pid;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <stdexcept>
 #include <vector>
 
@@ -51,10 +52,6 @@ void stampTimes(const std::string& root) {
     }
 }
 
-std::string digest(const std::string& path) {
-    return std::to_string(std::hash<std::string>{}(readFile(path)));
-}
-
 std::string attributes(const std::string& path) {
     std::vector<char> names(65536);
     ssize_t size = llistxattr(path.c_str(), names.data(), names.size());
@@ -78,7 +75,7 @@ std::string describe(const std::string& path) {
     if (S_ISLNK(status.st_mode)) text += " -> " + fs::read_symlink(path).string();
     if (!S_ISLNK(status.st_mode)) text += " mode " + std::to_string(status.st_mode & 07777);
     text += " owner " + std::to_string(status.st_uid) + ":" + std::to_string(status.st_gid);
-    if (S_ISREG(status.st_mode)) text += " size " + std::to_string(status.st_size) + " digest " + digest(path);
+    if (S_ISREG(status.st_mode)) text += " size " + std::to_string(status.st_size) + " digest " + std::to_string(std::hash<std::string>{}(readFile(path)));
     if (S_ISREG(status.st_mode) && status.st_blocks * 512 < status.st_size) text += " sparse";
     text += " mtime " + std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec);
     return text + attributes(path);
@@ -122,33 +119,22 @@ void makeSampleBundle(const std::string& path, std::size_t largeFileSize) {
     stampTimes(path);
 }
 
-TreeSnapshot snapshotTree(const std::string& root) {
-    TreeSnapshot snapshot{{".", describe(root)}};
+std::string snapshotTree(const std::string& root) {
+    std::map<std::string, std::string> items{{".", describe(root)}};
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        snapshot[entry.path().lexically_relative(root).string()] = describe(entry.path());
+        items[entry.path().lexically_relative(root).string()] = describe(entry.path());
     }
-    // Every name of a file with several links is marked with the first of its names.
     std::map<std::pair<dev_t, ino_t>, std::string> firstNames;
-    for (auto& [relative, description] : snapshot) {
+    std::string text;
+    for (const auto& [relative, description] : items) {
+        text += relative + ": " + description;
         struct stat status{};
         if (lstat((root + "/" + relative).c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink > 1) {
-            description += " same file as " + firstNames.try_emplace({status.st_dev, status.st_ino}, relative).first->second;
+            text += " same file as " + firstNames.try_emplace({status.st_dev, status.st_ino}, relative).first->second;
         }
+        text += "\n";
     }
-    return snapshot;
-}
-
-std::string differences(const TreeSnapshot& expected, const TreeSnapshot& actual) {
-    std::string lines;
-    for (const auto& [path, description] : expected) {
-        auto found = actual.find(path);
-        if (found == actual.end()) lines += "missing: " + path + "\n";
-        else if (found->second != description) lines += path + ": expected " + description + ", got " + found->second + "\n";
-    }
-    for (const auto& [path, description] : actual) {
-        if (!expected.count(path)) lines += "extra: " + path + "\n";
-    }
-    return lines;
+    return text;
 }
 
 }  // namespace testing_support

@@ -6,7 +6,6 @@
 #include <sys/wait.h>
 
 #include <cerrno>
-#include <sstream>
 
 #include "support/command.h"
 
@@ -41,26 +40,13 @@ StartedProcess::~StartedProcess() {
     reaper_.join();
 }
 
-bool StartedProcess::waitForExit(std::chrono::duration<double> timeout) const {
-    auto deadline = std::chrono::steady_clock::now() + timeout;
-    while (!exited_ && std::chrono::steady_clock::now() < deadline) {
+std::optional<int> StartedProcess::waitForExit(std::chrono::duration<double> timeout) const {
+    for (auto deadline = std::chrono::steady_clock::now() + timeout; !exited_ && std::chrono::steady_clock::now() < deadline;) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
-    return exited_;
-}
-
-std::optional<int> StartedProcess::waitStatus() const {
-    if (!exited_) return std::nullopt;
-    return status_.load();
+    return exited_ ? std::optional(status_.load()) : std::nullopt;
 }
 
 std::string standInKelvoExecutable() { return buildFolder() + "/kelvo/Kelvo.app/Contents/MacOS/Kelvo"; }
-
-std::vector<pid_t> pgrepKelvo() {
-    std::vector<pid_t> pids;
-    std::istringstream lines(runCommand("/usr/bin/pgrep -x Kelvo").output);
-    for (pid_t pid; lines >> pid;) pids.push_back(pid);
-    return pids;
-}
 
 }  // namespace testing_support

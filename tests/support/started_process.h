@@ -26,11 +26,9 @@ public:
     StartedProcess& operator=(const StartedProcess&) = delete;
 
     pid_t pid() const { return pid_; }
-    bool hasExited() const { return exited_.load(); }
-    // Waits up to `timeout` for the process to exit and be reaped; true when it has.
-    bool waitForExit(std::chrono::duration<double> timeout) const;
-    // The raw wait status once it has exited.
-    std::optional<int> waitStatus() const;
+    // Its raw wait status once it has exited and been reaped, waiting up to `timeout`; none while
+    // it runs.
+    std::optional<int> waitForExit(std::chrono::duration<double> timeout) const;
 
 private:
     pid_t pid_ = 0;
@@ -41,8 +39,5 @@ private:
 
 // The path of the stand-in Kelvo's executable inside the built Kelvo.app.
 std::string standInKelvoExecutable();
-
-// Identifiers of the processes named exactly Kelvo, by the real pgrep; empty on any failure.
-std::vector<pid_t> pgrepKelvo();
 
 }  // namespace testing_support

@@ -1,10 +1,10 @@
 #include "support/virtual_display.h"
 
-#include <fcntl.h>
-#include <poll.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
+
+#include <chrono>
+#include <thread>
 
 #include "support/command.h"
 
@@ -13,18 +13,6 @@ namespace {
 
 constexpr const char* kServer = "/usr/bin/Xvfb";
 constexpr const char* kWindowTool = "/usr/bin/xdotool";
-constexpr int kStartTimeoutMilliseconds = 10000;
-
-// The display number Xvfb writes to `fd` once it is ready; empty on failure or time-out.
-std::string readDisplayNumber(int fd) {
-    std::string number;
-    pollfd ready{fd, POLLIN, 0};
-    for (char c; poll(&ready, 1, kStartTimeoutMilliseconds) > 0 && read(fd, &c, 1) == 1;) {
-        if (c == '\n') return number;
-        number += c;
-    }
-    return {};
-}
 
 }  // namespace
 
@@ -36,27 +24,20 @@ std::string VirtualDisplay::unavailableReason() {
 }
 
 VirtualDisplay::VirtualDisplay() {
-    int ready[2];
-    if (!unavailableReason().empty() || pipe2(ready, O_CLOEXEC) != 0) return;
-    server_ = fork();
-    if (server_ == 0) {
-        dup2(ready[1], 3);  // the copy is not closed on exec
-        int null = open("/dev/null", O_RDWR);
-        dup2(null, 1);
-        dup2(null, 2);
-        execl(kServer, kServer, "-displayfd", "3", "-screen", "0", "1280x800x24", "-nolisten", "tcp", nullptr);
-        _exit(127);
+    if (!unavailableReason().empty()) return;
+    // Xvfb picks a free display and writes its number once it takes clients.
+    std::string number = ready_ / "display";
+    server_ = std::atoi(runCommand(std::string(kServer) + " -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>" +
+                                   shellWord(number) + " >/dev/null 2>&1 & echo $!").output.c_str());
+    for (int tries = 0; tries < 500 && readFile(number).find('\n') == std::string::npos; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
-    close(ready[1]);
-    std::string number = server_ > 0 ? readDisplayNumber(ready[0]) : "";
-    close(ready[0]);
-    if (!number.empty()) name_ = ":" + number;
+    std::string written = readFile(number);
+    if (written.find('\n') != std::string::npos) name_ = ":" + written.substr(0, written.find('\n'));
 }
 
 VirtualDisplay::~VirtualDisplay() {
-    if (server_ <= 0) return;
-    kill(server_, SIGTERM);
-    waitpid(server_, nullptr, 0);
+    if (server_ > 0) kill(server_, SIGTERM);
 }
 
 std::string VirtualDisplay::waitForWindow(const std::string& title, int seconds) const {

@@ -1,10 +1,12 @@
 // A private X server (Xvfb) for tests that show real windows, and what a user does with windows
-// there. It picks a free display number itself, and is stopped and reaped with the object.
+// there. It picks a free display number itself, and is stopped with the object.
 #pragma once
 
 #include <sys/types.h>
 
 #include <string>
+
+#include "support/temp_folder.h"
 
 namespace testing_support {
 
@@ -31,6 +33,7 @@ public:
     bool pressKey(const std::string& window, const std::string& key) const;
 
 private:
+    TempFolder ready_;
     pid_t server_ = -1;
     std::string name_;
 };

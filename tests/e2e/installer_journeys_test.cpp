@@ -124,16 +124,10 @@ TEST_F(InstallerJourney, IntoAFolderThatIsNotThereInstallsThroughThePrivilegedFa
     EXPECT_EQ(recorded("started").size(), 1u) << diagnosis();
 }
 
-TEST_F(InstallerJourney, WithNoLaunchInstallsStartsNothingAndQuitsLater) {
+TEST_F(InstallerJourney, WithNoLaunchInstallsAndStartsNothing) {
     std::filesystem::create_directories(destination);
     start({"--dest", destination, "--no-launch"});
-    std::optional<double> copied, end;
-    for (const double deadline = monotonicNow() + 60; !end && monotonicNow() < deadline;) {
-        if (!copied && std::filesystem::exists(installed + "/Contents/Info.plist")) copied = monotonicNow();
-        end = ended(0.01);
-    }
-    ASSERT_TRUE(end && copied) << diagnosis();
-    EXPECT_TRUE(*end - *copied >= 1.3 && *end - *copied <= 3.5) << *end - *copied << " s after the copy";
+    ASSERT_TRUE(ended(60)) << diagnosis();
     EXPECT_EQ(treeListing(installed), treeListing(KELVO_APP_BUNDLE));
     EXPECT_EQ(readFile(record), "");
 }

@@ -45,34 +45,27 @@ TEST(FileTree, ACopyKeepsEverythingABundleHasAsCpDoes) {
 
 TEST(FileTree, ACopyThatCannotBeDoneSaysWhyAndWritesNothingAnywhereElse) {
     TempFolder folder;
-    writeFile(folder / "Kelvo.app/Contents/Info.plist", "x");
-    writeFile(folder / "a file", "x");
-    std::filesystem::create_directories(folder / "existing/Kelvo.app");
+    const std::string source = folder / "Kelvo.app";
+    writeFile(source + "/Contents/Info.plist", "x");
     std::filesystem::create_directories(folder / "elsewhere");
     std::filesystem::create_directory_symlink(folder / "elsewhere", folder / "link");
-    std::filesystem::create_directory_symlink(folder / "Kelvo.app/Contents", folder / "Contents link");
-    std::string before = snapshotTree(folder / "Kelvo.app");
-    const std::string source = folder / "Kelvo.app";
+    std::filesystem::create_directory_symlink(source + "/Contents", folder / "Contents link");
+    std::string before = snapshotTree(source);
     const struct {
-        std::string from, to, reason;  // no reason: the copy succeeds
+        std::string to, reason;  // no reason: the copy succeeds
     } rows[] = {
-        {folder / "Nothing.app", folder / "to", "No such file or directory"},
-        {source, folder / "absent/Kelvo.app", "No such file or directory"},
-        {source, folder / "a file/Kelvo.app", "Not a directory"},
-        {source, folder / "existing/Kelvo.app", "File exists"},
-        {source, folder / "link", "File exists"},
-        {source, folder / std::string(300, 'n'), "File name too long"},
-        {source, source, "an item cannot be copied onto itself"},
-        {source, folder / "Contents link/..", "an item cannot be copied onto itself"},
-        {source, folder / "Kelvo.app/Contents/Kelvo.app", "a folder cannot be copied into itself"},
-        {source, folder / "Contents link/../Copy.app", "a folder cannot be copied into itself"},
-        {source, folder / "Kelvo.app copy", ""},
+        {folder / "absent/Kelvo.app", "No such file or directory"},
+        {folder / "link", "File exists"},
+        {source, "an item cannot be copied onto itself"},
+        {folder / "Contents link/..", "an item cannot be copied onto itself"},
+        {source + "/Contents/Kelvo.app", "a folder cannot be copied into itself"},
+        {folder / "Contents link/../Copy.app", "a folder cannot be copied into itself"},
+        {source + " copy", ""},
     };
     for (const auto& row : rows) {
-        EXPECT_EQ(copyError(row.from, row.to), row.reason.empty() ? "" : copyMessage(row.from, row.to, row.reason)) << row.to;
+        EXPECT_EQ(copyError(source, row.to), row.reason.empty() ? "" : copyMessage(source, row.to, row.reason)) << row.to;
     }
     EXPECT_EQ(before, snapshotTree(source));
-    EXPECT_TRUE(std::filesystem::is_empty(folder / "existing/Kelvo.app"));
     EXPECT_TRUE(std::filesystem::is_empty(folder / "elsewhere"));
 }
 

@@ -2,14 +2,10 @@
 // plain copy of a whole install() has failed.
 #include <gtest/gtest.h>
 
-#include <sys/prctl.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <filesystem>
 
 #include "engine/installer.h"
-#include "support/installer_test_access.h"
 #include "support/isolation.h"
 #include "support/payload_bundle.h"
 #include "support/command.h"
@@ -68,24 +64,6 @@ TEST_F(PrivilegedInstall, FullAndReadOnlyDisksFailWithTheToolsOwnWords) {
                                                      (folder / "read-only/Kelvo.app/Contents/Info.plist") +
                                                      "': Read-only file system");
     EXPECT_EQ(readFile(folder / "read-only/Kelvo.app/Contents/Info.plist"), "old");
-}
-
-TEST_F(PrivilegedInstall, TheCommandGivesUpOnAKelvoItCannotStopAndLeavesTheOldCopy) {
-    makeSampleBundle(bundle.payload(), 4096);
-    writeFile(folder / "Kelvo.app/Contents/Info.plist", "old");
-    pid_t zombie = fork();  // exits at once and is not reaped: listed, and no signal ends it
-    if (zombie == 0) {
-        prctl(PR_SET_NAME, "Kelvo");
-        _exit(0);
-    }
-    siginfo_t exited{};
-    waitid(P_PID, static_cast<id_t>(zombie), &exited, WEXITED | WNOWAIT);
-    auto result = engine::InstallerTestAccess::runPrivilegedInstall(
-        engine::Installer({"installer"}), bundle.payload(), folder / "Kelvo.app", platform::Error("The plain copy failed."));
-    waitpid(zombie, nullptr, 0);
-    ASSERT_FALSE(result);
-    EXPECT_EQ(result.error().localizedDescription(), kCopyLead + "Kelvo is still running. Quit it and try again.");
-    EXPECT_EQ(readFile(folder / "Kelvo.app/Contents/Info.plist"), "old");
 }
 
 }  // namespace

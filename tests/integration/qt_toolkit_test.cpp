@@ -7,6 +7,8 @@
 #include <QLabel>
 #include <QTimer>
 
+#include <chrono>
+
 #include "platform/linux/ui/qt_window.h"
 #include "platform/linux/ui/widget_view.h"
 #include "platform/ui/toolkit.h"
@@ -71,20 +73,6 @@ TEST_F(QtToolkit, FramesCountedUpFromTheBottomAreFlippedForQt) {
     }
 }
 
-TEST_F(QtToolkit, TheWindowHasOnlyACloseButtonAFixedSizeAndSitsCentredAboveTheMiddle) {
-    auto window = toolkit().makeWindow(Rect{0, 0, 460, 220}, WindowStyleMaskTitled | WindowStyleMaskClosable,
-                                       BackingStoreType::Buffered, false);
-    window->center();
-    window->makeKeyAndOrderFront();
-    QWidget* widget = static_cast<platform::linux_backend::QtWindow&>(*window).widget();
-    Qt::WindowFlags buttons = Qt::WindowCloseButtonHint | Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint;
-    EXPECT_EQ(widget->windowFlags() & buttons, Qt::WindowCloseButtonHint);
-    EXPECT_EQ(widget->minimumSize(), QSize(460, 220));
-    EXPECT_EQ(widget->maximumSize(), QSize(460, 220));
-    EXPECT_EQ(widget->x(), (1280 - 460) / 2);
-    EXPECT_LT(widget->y(), (800 - 220) / 2);
-}
-
 TEST_F(QtToolkit, TheAlertIsApplicationModalAndReturnPressesItsFirstButton) {
     auto alert = toolkit().makeAlert();
     alert->addButtonWithTitle("Quit");
@@ -112,21 +100,14 @@ TEST_F(QtToolkit, ATerminationTheDelegateDefersWaitsForItsReply) {
     auto window = toolkit().makeWindow(Rect{0, 0, 100, 100}, WindowStyleMaskTitled | WindowStyleMaskClosable,
                                        BackingStoreType::Buffered, false);
     window->makeKeyAndOrderFront();
-    bool replied = false;
-    bool timedOut = false;
     QObject scope;
     QTimer::singleShot(100, &scope, [&] { static_cast<platform::linux_backend::QtWindow&>(*window).widget()->close(); });
-    QTimer::singleShot(1000, &scope, [&] {
-        replied = true;
-        application.replyToApplicationShouldTerminate(true);
-    });
-    QTimer::singleShot(5000, &scope, [&] {
-        timedOut = true;
-        QApplication::exit(1);
-    });
+    QTimer::singleShot(1000, &scope, [&] { application.replyToApplicationShouldTerminate(true); });
+    QTimer::singleShot(5000, &scope, [] { QApplication::exit(1); });
+    auto start = std::chrono::steady_clock::now();
     application.run();
-    EXPECT_TRUE(replied) << "the application ended before the delegate's reply";
-    EXPECT_FALSE(timedOut) << "the application did not end on the delegate's reply";
+    double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    EXPECT_TRUE(seconds >= 1 && seconds < 5) << "ended after " << seconds << " s, not on the reply after 1 s";
 }
 
 }  // namespace

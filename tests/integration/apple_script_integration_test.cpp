@@ -6,9 +6,9 @@
 #include <unistd.h>
 
 #include "platform/services.h"
+#include "support/command.h"
 #include "support/isolation.h"
 #include "support/other_user.h"
-#include "support/private_polkit.h"
 
 namespace {
 
@@ -47,6 +47,11 @@ TEST(AppleScriptRunner, ShellCommandsEndAsTheShellSays) {
     for (const auto& row : rows) EXPECT_EQ(outcomeOf(row.source), row.outcome) << row.source;
 }
 
+// The polkit of the test's own: `arguments` as private_polkit.sh takes them.
+CommandResult privatePolkit(const std::string& arguments) {
+    return runCommand(shellWord(KELVO_SOURCE_FOLDER "/tests/support/private_polkit.sh") + " " + arguments + " 2>&1");
+}
+
 class Elevation : public testing::Test {
 protected:
     void SetUp() override {
@@ -77,10 +82,16 @@ TEST_F(Elevation, EndsAsPolkitAnswers) {
         {"AUTH_ADMIN", true, "-128: The administrator password was not given, so the command was not run."},
     };
     for (const auto& row : rows) {
-        if (auto why = startPrivatePolkit("nobody", row.answer)) GTEST_SKIP() << "polkit cannot run here: " << *why;
+        CommandResult polkit = privatePolkit("start nobody " + std::string(row.answer));
+        if (polkit.exitStatus != 0) GTEST_SKIP() << "polkit cannot run here: " << polkit.output;
+        const std::string dismissingAgent = shellWord(buildFolder() + "/tests/support/dismissing_polkit_agent");
         std::string outcome = asOrdinaryUser(
             kNobody, [] { return outcomeOf(scriptFor("test \"$(id -u)\" = 0", true)); },
-            [&](pid_t child) { EXPECT_TRUE(!row.dismissedByAgent || dismissPolkitRequestsFor(child)) << "no agent"; });
+            [&](pid_t child) {
+                if (row.dismissedByAgent) {
+                    EXPECT_EQ(privatePolkit("dismiss " + std::to_string(child) + " " + dismissingAgent).exitStatus, 0);
+                }
+            });
         EXPECT_TRUE(outcome.starts_with(row.outcomeStart)) << row.answer << ": " << outcome;
     }
 }

@@ -1,5 +1,6 @@
-// The real file manager's copy and removal on real trees: what a copy keeps, checked against cp -a
-// and an independent walk, and what its failures say.
+// The real file manager's copy and removal on real trees, and the project's own ditto built on the
+// same copy: what a copy keeps, checked against cp -a and an independent walk, and what its
+// failures say.
 #include <gtest/gtest.h>
 
 #include <sys/resource.h>
@@ -103,6 +104,24 @@ TEST(FileTree, RemovalTakesReadOnlyFoldersAndNeverFollowsALink) {
     EXPECT_EQ(readFile(folder / "outside/keep"), "keep");
     EXPECT_EQ(removalError(folder / "absent"),
               "Could not remove \u201C" + (folder / "absent") + "\u201D: No such file or directory.");
+}
+
+TEST(Ditto, RefusesToCopyAFolderIntoOrOntoItselfBeforeMakingAnything) {
+    TempFolder folder;
+    writeFile(folder / "tree/file", "x");
+    const struct {
+        std::string to, reason;
+    } rows[] = {
+        {folder / "tree/a/b", "a folder cannot be copied into itself"},
+        {folder / "tree/.", "an item cannot be copied onto itself"},
+    };
+    for (const auto& row : rows) {
+        auto result = runCommand(shellWord(DITTO_PROGRAM) + " --rsrc " + shellWord(folder / "tree") + " " + shellWord(row.to) + " 2>&1");
+        EXPECT_EQ(result.exitStatus, 1) << row.to;
+        EXPECT_EQ(result.output, "ditto: Could not copy \u201C" + (folder / "tree") + "\u201D to \u201C" + row.to + "\u201D: " +
+                                     row.reason + ".\n");
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder / "tree/a")) << "nothing made before refusing";
 }
 
 // getcwd fails once the working folder has been removed: a relative --dest must then not land

@@ -1,29 +1,51 @@
 // Finding and stopping real copies of Kelvo: real processes, the real /proc scan checked against
-// pgrep, real signals, and a whole install() around them. Each test runs in its own process
-// namespace, whose first process reaps what the tests start once it ends.
+// pgrep and its reading of their Info.plist files, real signals, and a whole install() around
+// them. Each test runs in its own process namespace, whose first process reaps what the tests
+// start once it ends.
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/mount.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <future>
+#include <new>
 #include <set>
 #include <sstream>
 
 #include "engine/installer.h"
 #include "engine/product_identity.h"
+#include "platform/linux/property_list.h"
 #include "platform/posix/process_signals.h"
 #include "platform/services.h"
 #include "support/command.h"
 #include "support/isolation.h"
 #include "support/payload_bundle.h"
+
+namespace {
+std::atomic<std::size_t> largestAllocation{0};
+}  // namespace
+
+// Every allocation of this test program, recorded by size. (GCC takes malloc and free inside the
+// replacement operators for a mismatch.)
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+void* operator new(std::size_t size) {
+    std::size_t largest = largestAllocation.load();
+    while (size > largest && !largestAllocation.compare_exchange_weak(largest, size)) {}
+    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -150,6 +172,47 @@ TEST_F(RunningCopies, AnInstallGivesUpOnACopyThatCannotBeStoppedAndLeavesTheOldO
                          "). Quit Kelvo and try again.");
     EXPECT_TRUE(seconds >= 2.9 && seconds < 4.5) << seconds << " s";
     EXPECT_EQ(readFile(folder / "Kelvo.app/Contents/Info.plist"), "old");
+}
+
+const std::string kInfoPlist =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
+    "<key>CFBundleIdentifier</key><string>com.example.Other</string></dict></plist>\n";
+
+// The identifier read at `path`; a read still going after two seconds is a failure, and is ended
+// by giving a FIFO there a writer that closes at once.
+std::optional<std::string> identifierAt(const std::string& path) {
+    auto read = std::async(std::launch::async, [path] { return platform::linux_backend::propertyListString(path, "CFBundleIdentifier"); });
+    if (read.wait_for(std::chrono::seconds(2)) == std::future_status::timeout) {
+        ADD_FAILURE() << path << ": the read blocked";
+        close(open(path.c_str(), O_WRONLY | O_NONBLOCK));
+    }
+    return read.get();
+}
+
+TEST(PropertyList, OnlyARegularFileOfAPlausibleSizeIsRead) {
+    TempFolder folder;
+    writeFile(folder / "Info.plist", kInfoPlist);
+    ASSERT_EQ(mkfifo((folder / "fifo").c_str(), 0644), 0);
+    ASSERT_EQ(mkdir((folder / "folder").c_str(), 0755), 0);
+    ASSERT_EQ(symlink((folder / "Info.plist").c_str(), (folder / "link").c_str()), 0);
+    writeFile(folder / "huge", kInfoPlist + std::string(4 << 20, ' '));
+    const struct {
+        const char* name;
+        std::optional<std::string> identifier;
+    } rows[] = {
+        {"Info.plist", "com.example.Other"}, {"fifo", std::nullopt}, {"folder", std::nullopt},
+        {"link", std::nullopt},              {"huge", std::nullopt}, {"missing", std::nullopt},
+    };
+    for (const auto& row : rows) EXPECT_EQ(identifierAt(folder / row.name), row.identifier) << row.name;
+}
+
+TEST(PropertyList, ASmallFileCostsASmallBuffer) {
+    TempFolder folder;
+    writeFile(folder / "Info.plist", kInfoPlist);
+    largestAllocation = 0;
+    EXPECT_EQ(platform::linux_backend::propertyListString(folder / "Info.plist", "CFBundleIdentifier"),
+              "com.example.Other");
+    EXPECT_LT(largestAllocation.load(), 64u * 1024);
 }
 
 // kill(2) reads 0 as "my process group" and -1 as "every process I may signal": a pgrep line of

@@ -1,6 +1,6 @@
-// What a test needs of the machine before it may start, stop or look for Kelvo processes, or run
-// the privileged install command (which stops every Kelvo it sees): the test command's own
-// process namespace, and there this build's ditto at /usr/bin/ditto (see tools/test.sh).
+// Whether a test has the machine to itself: tools/test.sh runs each test program, as root, in a
+// process and mount namespace of its own, where it may start, stop and look for Kelvo processes,
+// run the privileged install command (which stops every Kelvo it sees) and mount file systems.
 #pragma once
 
 #include <optional>
@@ -8,12 +8,7 @@
 
 namespace testing_support {
 
-// None inside the namespace that tools/test.sh gives the tests as root; otherwise why the test
-// must skip, for GTEST_SKIP.
+// None inside such a namespace; otherwise why the test must skip, for GTEST_SKIP.
 std::optional<std::string> ownProcessNamespaceMissing();
-
-// None when the real privileged command can run here without a prompt and without touching
-// anything outside the test; otherwise why not.
-std::optional<std::string> privilegedCommandUnavailable();
 
 }  // namespace testing_support

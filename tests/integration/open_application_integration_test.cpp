@@ -9,7 +9,6 @@
 
 #include <filesystem>
 #include <future>
-#include <set>
 
 #include "platform/services.h"
 #include "support/command.h"
@@ -43,17 +42,9 @@ TEST(OpenApplication, TheStartedAppGetsTheStandardStreamsAndNoOtherDescriptor) {
     int inherited = open("/dev/null", O_RDONLY);  // without O_CLOEXEC, as an installer may be given one
     ASSERT_EQ(openAndWait(folder / "Sleeper.app", {"30"}), "");
     close(inherited);
-    std::string sleeper;
-    for (int tries = 0; tries < 200 && sleeper.empty(); ++tries, usleep(10000)) {
-        sleeper = runCommand("pgrep -f " + shellWord(folder / "Sleeper.app/")).output;
-    }
-    ASSERT_NE(sleeper, "");
-    std::set<std::string> descriptors;
-    for (const auto& entry : std::filesystem::directory_iterator("/proc/" + sleeper.substr(0, sleeper.find('\n')) + "/fd")) {
-        descriptors.insert(entry.path().filename());
-    }
-    runCommand("pkill -f " + shellWord(folder / "Sleeper.app/"));
-    EXPECT_EQ(descriptors, (std::set<std::string>{"0", "1", "2"}));
+    std::string descriptors = runCommand("for i in $(seq 200); do pid=$(pgrep -f " + shellWord(folder / "Sleeper[.]app/") +
+                                         ") && ls /proc/$pid/fd && kill $pid && exit; sleep 0.01; done").output;
+    EXPECT_EQ(descriptors, "0\n1\n2\n");
 }
 
 // The start forks twice; when the second fork fails, no app was started, and the workspace must

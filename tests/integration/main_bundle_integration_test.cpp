@@ -1,3 +1,5 @@
+// The program's own bundle and arguments as the real services report them, from a probe program
+// placed in bundles of the test's own.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -9,76 +11,38 @@
 
 namespace {
 
-using testing_support::shellWord;
-using testing_support::runCommand;
-using testing_support::TempFolder;
+using namespace testing_support;
 
-std::string installProbe(const std::string& destination) {
-    std::filesystem::create_directories(std::filesystem::path(destination).parent_path());
-    std::filesystem::copy_file(BUNDLE_PROBE, destination);
-    return destination;
-}
-
-TEST(MainBundleOnLinux, InsideAnAppBundleReportsTheBundleAndItsResources) {
+TEST(MainBundle, IsTheAppTheExecutableLiesInAndTheArgumentsAreWhole) {
     TempFolder folder;
-    std::string app = folder / "Install Kelvo.app";
-    std::string probe = installProbe(app + "/Contents/MacOS/Install Kelvo");
+    const std::string app = folder / "Install Kelvo.app";
+    const std::string executable = app + "/Contents/MacOS/Install Kelvo";
+    for (std::string place : {executable, folder / "Bare.app/Contents/MacOS/Bare"}) {
+        std::filesystem::create_directories(std::filesystem::path(place).parent_path());
+        std::filesystem::copy_file(BUNDLE_PROBE, place);
+    }
     std::filesystem::create_directories(app + "/Contents/Resources");
-
-    auto result = runCommand(shellWord(probe) + " --dest '' --no-launch 'two words'");
-    ASSERT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(result.output, "bundle=" + app + "\nresources=" + app + "/Contents/Resources\n" +
-                                 "argument=" + probe + "\nargument=--dest\nargument=\n" +
-                                 "argument=--no-launch\nargument=two words\n");
-}
-
-// In a chroot or a bare container without /proc, started by a path relative to its folder.
-TEST(MainBundleOnLinux, WithoutProcTheBundleAndTheArgumentsAreStillFound) {
-    if (geteuid() != 0) GTEST_SKIP() << "hiding /proc in a mount namespace of its own needs root";
-    TempFolder folder;
-    std::string app = folder / "Install Kelvo.app";
-    installProbe(app + "/Contents/MacOS/Install Kelvo");
-    std::filesystem::create_directories(app + "/Contents/Resources");
-
-    auto result = runCommand("unshare --mount sh -c 'mount -t tmpfs none /proc && cd \"$1\" && "
-                             "exec \"./Install Kelvo.app/Contents/MacOS/Install Kelvo\" --dest \"\"' - " +
-                             shellWord(folder.path()));
-    ASSERT_EQ(result.exitStatus, 0);
-    EXPECT_EQ(result.output, "bundle=" + app + "\nresources=" + app + "/Contents/Resources\n" +
-                                 "argument=./Install Kelvo.app/Contents/MacOS/Install Kelvo\n" +
-                                 "argument=--dest\nargument=\n");
-}
-
-TEST(MainBundleOnLinux, ABundleWithoutResourcesHasNoResourceFolder) {
-    TempFolder folder;
-    std::string app = folder / "Bare.app";
-    std::string probe = installProbe(app + "/Contents/MacOS/Bare");
-
-    auto result = runCommand(shellWord(probe));
-    ASSERT_EQ(result.exitStatus, 0);
-    EXPECT_NE(result.output.find("bundle=" + app + "\nresources=none\n"), std::string::npos) << result.output;
-}
-
-TEST(MainBundleOnLinux, ABareExecutableIsItsOwnBundle) {
-    TempFolder folder;
-    std::string probe = installProbe(folder / "tools/probe");
-
-    auto result = runCommand("cd / && " + shellWord(probe));
-    ASSERT_EQ(result.exitStatus, 0);
-    std::string tools = folder / "tools";
-    EXPECT_NE(result.output.find("bundle=" + tools + "\nresources=" + tools + "\n"), std::string::npos)
-        << result.output;
-}
-
-TEST(MainBundleOnLinux, ReachedThroughALinkTheRealLocationCounts) {
-    TempFolder folder;
-    std::string app = folder / "Install Kelvo.app";
-    std::string probe = installProbe(app + "/Contents/MacOS/Install Kelvo");
-    std::filesystem::create_symlink(probe, folder / "shortcut");
-
-    auto result = runCommand(shellWord(folder / "shortcut"));
-    ASSERT_EQ(result.exitStatus, 0);
-    EXPECT_NE(result.output.find("bundle=" + app + "\n"), std::string::npos) << result.output;
+    std::filesystem::create_symlink(executable, folder / "shortcut");
+    const std::string inApp = "bundle=" + app + "\nresources=" + app + "/Contents/Resources\n";
+    const struct {
+        const char* name;
+        std::string command;
+        std::string output;
+    } rows[] = {
+        {"in an app", shellWord(executable) + " --dest '' 'two words'",
+         inApp + "argument=" + executable + "\nargument=--dest\nargument=\nargument=two words\n"},
+        {"through a link", shellWord(folder / "shortcut"), inApp + "argument=" + (folder / "shortcut") + "\n"},
+        {"in an app without resources", shellWord(folder / "Bare.app/Contents/MacOS/Bare"),
+         "bundle=" + (folder / "Bare.app") + "\nresources=none\nargument=" + (folder / "Bare.app/Contents/MacOS/Bare") + "\n"},
+        // In a chroot or a bare container without /proc, started by a path relative to its folder.
+        {"without /proc", "unshare --mount sh -c 'mount -t tmpfs none /proc && cd \"$1\" && exec \"$2\" --dest \"\"' - " +
+                              shellWord(folder.path()) + " './Install Kelvo.app/Contents/MacOS/Install Kelvo'",
+         inApp + "argument=./Install Kelvo.app/Contents/MacOS/Install Kelvo\nargument=--dest\nargument=\n"},
+    };
+    for (const auto& row : rows) {
+        if (geteuid() != 0 && std::string(row.name) == "without /proc") GTEST_SKIP() << "hiding /proc needs root";
+        EXPECT_EQ(runCommand(row.command).output, row.output) << row.name;
+    }
 }
 
 }  // namespace

@@ -1,202 +1,224 @@
-// Finding and stopping real copies of Kelvo: real processes, the real pgrep, real signals.
+// Finding and stopping real copies of Kelvo: real processes, the real /proc scan checked against
+// pgrep and its reading of their Info.plist files, real signals, and a whole install() around
+// them. Each test runs in its own process namespace, whose first process reaps what the tests
+// start once it ends.
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <signal.h>
+#include <sys/mount.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <chrono>
+#include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <future>
+#include <new>
+#include <set>
+#include <sstream>
 
-#include "platform/posix/child_processes.h"
+#include "engine/installer.h"
 #include "engine/product_identity.h"
+#include "platform/linux/property_list.h"
+#include "platform/posix/process_signals.h"
 #include "platform/services.h"
-#include "support/installer_test_access.h"
-#include "support/started_process.h"
-#include "support/temp_folder.h"
+#include "support/command.h"
+#include "support/isolation.h"
+#include "support/payload_bundle.h"
+
+namespace {
+std::atomic<std::size_t> largestAllocation{0};
+}  // namespace
+
+// Every allocation of this test program, recorded by size. (GCC takes malloc and free inside the
+// replacement operators for a mismatch.)
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+void* operator new(std::size_t size) {
+    std::size_t largest = largestAllocation.load();
+    while (size > largest && !largestAllocation.compare_exchange_weak(largest, size)) {}
+    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
 namespace {
 
-using engine::Installer;
-using engine::InstallerTestAccess;
-using engine::ProcessIdentifiers;
-using testing_support::StartedProcess;
-using Clock = std::chrono::steady_clock;
+using namespace testing_support;
+using namespace std::chrono_literals;
 
-double secondsSince(Clock::time_point start) {
-    return std::chrono::duration<double>(Clock::now() - start).count();
+const std::string kStandInKelvo = buildFolder() + "/kelvo/Kelvo.app/Contents/MacOS/Kelvo";
+
+// Starts `program` with `arguments` (shell words) in the background; its process id, once it runs
+// the program.
+pid_t start(const std::string& program, const std::string& arguments = "") {
+    pid_t pid = std::stoi(runCommand(shellWord(program) + " " + arguments + " >/dev/null 2>&1 & echo $!").output);
+    std::error_code notYet;
+    for (int tries = 0; tries < 500 && !std::filesystem::equivalent("/proc/" + std::to_string(pid) + "/exe", program, notYet);
+         ++tries) {
+        usleep(2000);
+    }
+    return pid;
 }
 
-class RunningCopies : public ::testing::Test {
+// Waits until the stand-in Kelvo `pid` has set up its handling of SIGTERM (blocked or ignored).
+void waitUntilItTakesSigterm(pid_t pid) {
+    for (int tries = 0; tries < 1000; ++tries, usleep(2000)) {
+        std::istringstream status(readFile("/proc/" + std::to_string(pid) + "/status"));
+        for (std::string line; std::getline(status, line);) {
+            bool mask = line.starts_with("SigBlk:\t") || line.starts_with("SigIgn:\t");
+            if (mask && (std::stoull(line.substr(8), nullptr, 16) >> (SIGTERM - 1)) & 1) return;
+        }
+    }
+}
+
+class RunningCopies : public testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_EQ(testing_support::pgrepKelvo(), std::vector<pid_t>{})
-            << "these tests start from a machine with no Kelvo running";
+        if (auto why = ownProcessNamespaceMissing()) GTEST_SKIP() << *why;
     }
 
-    static platform::Expected<ProcessIdentifiers, engine::InstallError> find() {
-        return InstallerTestAccess::runningKelvoProcessIdentifiers(Installer({"installer"}));
+    // A whole install of a small payload: its error message ("" on success) and its seconds.
+    std::pair<std::string, double> timedInstall() {
+        writeFile(payload.payload() + "/Contents/Info.plist", "<plist/>");
+        auto start = std::chrono::steady_clock::now();
+        auto result = engine::Installer({"installer", "--dest", folder.path()}).install();
+        return {result ? "" : result.error().localizedDescription(),
+                std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count()};
     }
 
-    // Runs the stop step, returning its error message ("" on success) and its length in seconds.
-    static std::pair<std::string, double> stop() {
-        auto start = Clock::now();
-        auto result = InstallerTestAccess::stopRunningInstances(Installer({"installer"}));
-        return {result ? "" : result.error().localizedDescription(), secondsSince(start)};
-    }
+    TempFolder folder;
+    PayloadBundle payload;
 };
 
-TEST_F(RunningCopies, NoCopyRunningStopsAtOnce) {
-    auto found = find();
-    ASSERT_TRUE(found) << found.error().localizedDescription();
-    EXPECT_EQ(found.value(), ProcessIdentifiers{});
-    auto [error, seconds] = stop();
-    EXPECT_EQ(error, "");
-    EXPECT_LT(seconds, 1.0);
-}
-
-TEST_F(RunningCopies, BundleCopyQuitsWhenAsked) {
-    StartedProcess kelvo(testing_support::standInKelvoExecutable(), {});
-    ASSERT_GT(kelvo.pid(), 0);
-    auto found = find();
-    ASSERT_TRUE(found) << found.error().localizedDescription();
-    EXPECT_EQ(found.value(), ProcessIdentifiers{kelvo.pid()});
-
-    auto [error, seconds] = stop();
-    EXPECT_EQ(error, "");
-    EXPECT_LT(seconds, 1.5) << "a copy that quits on request needs no forced pass";
-    ASSERT_TRUE(kelvo.waitForExit(std::chrono::seconds(1)));
-    EXPECT_TRUE(WIFEXITED(*kelvo.waitStatus())) << "it quit by itself after the request";
-}
-
-TEST_F(RunningCopies, CopyIgnoringTheRequestIsKilledInTheForcedPass) {
-    StartedProcess kelvo(testing_support::standInKelvoExecutable(), {"--ignore-sigterm"});
-    StartedProcess polite(testing_support::standInKelvoExecutable(), {});
-    ASSERT_GT(kelvo.pid(), 0);
-    auto [error, seconds] = stop();
-    EXPECT_EQ(error, "");
-    // The whole first wait, then a kill that is seen at once: about 2 s, well short of 3.
-    EXPECT_GE(seconds, 1.9);
-    EXPECT_LT(seconds, 2.8);
-    ASSERT_TRUE(kelvo.waitForExit(std::chrono::seconds(1)));
-    EXPECT_TRUE(WIFSIGNALED(*kelvo.waitStatus()) && WTERMSIG(*kelvo.waitStatus()) == SIGKILL);
-    ASSERT_TRUE(polite.waitForExit(std::chrono::seconds(1)));
-    EXPECT_TRUE(WIFEXITED(*polite.waitStatus()));
-}
-
-TEST_F(RunningCopies, PlainExecutableNamedKelvoIsFoundByPgrepAndSignalled) {
-    testing_support::TempFolder folder;
+TEST_F(RunningCopies, TheScanListsTheBundleCopiesAmongWhatPgrepSees) {
+    std::filesystem::copy(buildFolder() + "/kelvo/Kelvo.app", folder / "Copy.app", std::filesystem::copy_options::recursive);
+    std::string infoPlist = shellWord(folder / "Copy.app/Contents/Info.plist");
+    ASSERT_EQ(runCommand("plistutil -f bin -i " + infoPlist + " -o " + infoPlist).exitStatus, 0) << "a binary Info.plist";
     std::filesystem::copy_file("/bin/sleep", folder / "Kelvo");
-    StartedProcess kelvo(folder / "Kelvo", {"1000"});
-    ASSERT_GT(kelvo.pid(), 0);
-    EXPECT_EQ(platform::workspace().runningApplicationWithProcessIdentifier(kelvo.pid()), nullptr)
-        << "outside any bundle it is no application";
-    auto found = find();
-    ASSERT_TRUE(found) << found.error().localizedDescription();
-    EXPECT_EQ(found.value(), ProcessIdentifiers{kelvo.pid()});
+    pid_t first = start(kStandInKelvo), second = start(folder / "Copy.app/Contents/MacOS/Kelvo");
+    pid_t plain = start(folder / "Kelvo", "1000");
 
-    auto [error, seconds] = stop();
-    EXPECT_EQ(error, "");
-    EXPECT_LT(seconds, 1.5);
-    ASSERT_TRUE(kelvo.waitForExit(std::chrono::seconds(1)));
-    EXPECT_TRUE(WIFSIGNALED(*kelvo.waitStatus()) && WTERMSIG(*kelvo.waitStatus()) == SIGTERM);
+    std::set<pid_t> bundled;
+    for (const auto& application : platform::workspace().runningApplications()) {
+        if (application->bundleIdentifier() == engine::kTargetBundleIdentifier) bundled.insert(application->processIdentifier());
+    }
+    EXPECT_EQ(bundled, (std::set<pid_t>{first, second}));
+    std::set<pid_t> byPgrep;
+    std::istringstream found(runCommand("/usr/bin/pgrep -x Kelvo").output);
+    for (pid_t pid; found >> pid;) byPgrep.insert(pid);
+    EXPECT_EQ(byPgrep, (std::set<pid_t>{first, second, plain}));
+    for (pid_t pid : {getpid(), plain, 0, -1}) {
+        EXPECT_EQ(platform::workspace().runningApplicationWithProcessIdentifier(pid), nullptr) << pid;
+    }
 }
 
-TEST_F(RunningCopies, ZombieNamedKelvoCannotBeStoppedAndIsReported) {
-    pid_t zombie = fork();
-    ASSERT_GE(zombie, 0);
+TEST_F(RunningCopies, AnApplicationOnAStalledMountHoldsTheScanUpNoLonger) {
+    std::string bundle = folder / "Other.app";
+    std::filesystem::create_directories(bundle + "/Contents/MacOS");
+    std::filesystem::copy_file("/bin/sleep", bundle + "/Contents/MacOS/other");
+    pid_t other = start(bundle + "/Contents/MacOS/other", "1000");
+    // A FUSE file system whose server never answers, as a network mount whose server went away.
+    int server = open("/dev/fuse", O_RDWR | O_CLOEXEC);
+    std::string options = "fd=" + std::to_string(server) + ",rootmode=40000,user_id=0,group_id=0";
+    if (server < 0 || mount("kelvo-test", (bundle + "/Contents").c_str(), "fuse.stalled", 0, options.c_str()) != 0) {
+        GTEST_SKIP() << "no FUSE mount here: " << std::strerror(errno);
+    }
+    auto scan = std::async(std::launch::async, [] { return platform::workspace().runningApplications(); });
+    bool quick = scan.wait_for(2s) == std::future_status::ready;
+    close(server);  // fails whatever still waits on the mount
+    ASSERT_TRUE(quick) << "the scan waited on the stalled mount";
+    for (const auto& application : scan.get()) {
+        if (application->processIdentifier() == other) EXPECT_EQ(application->bundleIdentifier(), std::nullopt);
+    }
+}
+
+TEST_F(RunningCopies, AnInstallAsksThemToQuitThenForcesThem) {
+    std::filesystem::copy_file("/bin/sleep", folder / "Kelvo");
+    const struct {
+        const char* name;
+        std::string program, arguments;
+        double atLeast, below;  // seconds; a forced quit comes after the first wait of 2
+    } rows[] = {
+        {"a copy that quits when asked", kStandInKelvo, "", 0, 1.5},
+        {"a copy that ignores the request", kStandInKelvo, "--ignore-sigterm", 1.9, 3.5},
+        {"a program named Kelvo in no bundle", folder / "Kelvo", "1000", 0, 1.5},
+    };
+    for (const auto& row : rows) {
+        pid_t kelvo = start(row.program, row.arguments);
+        if (row.program == kStandInKelvo) waitUntilItTakesSigterm(kelvo);
+        auto [error, seconds] = timedInstall();
+        EXPECT_EQ(error, "") << row.name;
+        EXPECT_TRUE(seconds >= row.atLeast && seconds < row.below) << row.name << ": " << seconds << " s";
+    }
+}
+
+TEST_F(RunningCopies, AnInstallGivesUpOnACopyThatCannotBeStoppedAndLeavesTheOldOne) {
+    writeFile(folder / "Kelvo.app/Contents/Info.plist", "old");
+    pid_t zombie = fork();  // exits at once and is not reaped: listed, and no signal ends it
     if (zombie == 0) {
         prctl(PR_SET_NAME, "Kelvo");
         _exit(0);
     }
-    // Not reaped until the end: it stays listed whatever is sent to it.
-    siginfo_t info{};
-    waitid(P_PID, static_cast<id_t>(zombie), &info, WEXITED | WNOWAIT);
-    auto [error, seconds] = stop();
-    waitpid(zombie, nullptr, 0);
-
+    siginfo_t exited{};
+    waitid(P_PID, static_cast<id_t>(zombie), &exited, WEXITED | WNOWAIT);
+    auto [error, seconds] = timedInstall();
     EXPECT_EQ(error, "Could not close the running Kelvo process (PID " + std::to_string(zombie) +
                          "). Quit Kelvo and try again.");
-    EXPECT_GE(seconds, 2.9);
-    EXPECT_LT(seconds, 4.5);
+    EXPECT_TRUE(seconds >= 2.9 && seconds < 4.5) << seconds << " s";
+    EXPECT_EQ(readFile(folder / "Kelvo.app/Contents/Info.plist"), "old");
 }
 
-TEST_F(RunningCopies, HandleOfAnExitedCopyReportsTerminatedAndSignalsNothing) {
-    std::shared_ptr<platform::RunningApplication> application;
-    {
-        StartedProcess kelvo(testing_support::standInKelvoExecutable(), {});
-        application = platform::workspace().runningApplicationWithProcessIdentifier(kelvo.pid());
-        ASSERT_NE(application, nullptr);
-        EXPECT_FALSE(application->isTerminated());
-        EXPECT_EQ(application->bundleIdentifier(), engine::kTargetBundleIdentifier);
-        EXPECT_EQ(application->executableURL()->path(),
-                  std::filesystem::canonical(testing_support::standInKelvoExecutable()).string());
-    }  // killed and reaped here
-    EXPECT_TRUE(application->isTerminated());
-    EXPECT_FALSE(application->terminate());
-    EXPECT_FALSE(application->forceTerminate());
+const std::string kInfoPlist =
+    "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<plist version=\"1.0\"><dict>"
+    "<key>CFBundleIdentifier</key><string>com.example.Other</string></dict></plist>\n";
+
+// The identifier read at `path`; a read still going after two seconds is a failure, and is ended
+// by giving a FIFO there a writer that closes at once.
+std::optional<std::string> identifierAt(const std::string& path) {
+    auto read = std::async(std::launch::async, [path] { return platform::linux_backend::propertyListString(path, "CFBundleIdentifier"); });
+    if (read.wait_for(std::chrono::seconds(2)) == std::future_status::timeout) {
+        ADD_FAILURE() << path << ": the read blocked";
+        close(open(path.c_str(), O_WRONLY | O_NONBLOCK));
+    }
+    return read.get();
 }
 
-TEST_F(RunningCopies, ZombieHandleReportsTerminated) {
-    pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        execl(testing_support::standInKelvoExecutable().c_str(), "Kelvo", nullptr);
-        _exit(127);
-    }
-    std::shared_ptr<platform::RunningApplication> application;
-    for (int tries = 0; tries < 200 && !application; ++tries) {
-        application = platform::workspace().runningApplicationWithProcessIdentifier(child);
-        if (!application) usleep(5000);
-    }
-    ASSERT_NE(application, nullptr);
-    EXPECT_TRUE(application->forceTerminate());
-    siginfo_t info{};
-    waitid(P_PID, static_cast<id_t>(child), &info, WEXITED | WNOWAIT);  // a zombie now
-    EXPECT_TRUE(application->isTerminated());
-    waitpid(child, nullptr, 0);
-}
-
-// A child-process service that runs the real backend with one thing changed, to meet the real
-// failures of a missing tool and of a tool that rejects its arguments.
-class AlteredToolRun final : public platform::ChildProcesses {
-public:
-    std::optional<std::string> program;
-    std::optional<std::vector<std::string>> arguments;
-
-    platform::Expected<platform::ChildProcessResult, platform::Error> run(
-        const std::string& executable, const std::vector<std::string>& given) override {
-        return real_.run(program.value_or(executable), arguments.value_or(given));
-    }
-
-private:
-    platform::posix::PosixChildProcesses real_;
-};
-
-TEST_F(RunningCopies, ToolFailuresBecomeReadableInspectionErrors) {
-    AlteredToolRun missing;
-    missing.program = "/usr/bin/no-such-pgrep";
-    AlteredToolRun rejecting;
-    rejecting.arguments = std::vector<std::string>{"-x", "-u", "no-such-user-kelvo", "Kelvo"};
+TEST(PropertyList, OnlyARegularFileOfAPlausibleSizeIsRead) {
+    TempFolder folder;
+    writeFile(folder / "Info.plist", kInfoPlist);
+    ASSERT_EQ(mkfifo((folder / "fifo").c_str(), 0644), 0);
+    ASSERT_EQ(mkdir((folder / "folder").c_str(), 0755), 0);
+    ASSERT_EQ(symlink((folder / "Info.plist").c_str(), (folder / "link").c_str()), 0);
+    writeFile(folder / "huge", kInfoPlist + std::string(4 << 20, ' '));
     const struct {
         const char* name;
-        AlteredToolRun* tool;
-        std::string message;
+        std::optional<std::string> identifier;
     } rows[] = {
-        {"missing tool", &missing,
-         "Could not check for running Kelvo processes.\nThe program \u201C/usr/bin/no-such-pgrep\u201D could not "
-         "be started: No such file or directory."},
-        {"rejected arguments", &rejecting,
-         "Could not check for running Kelvo processes.\npgrep: invalid user name: no-such-user-kelvo"},
+        {"Info.plist", "com.example.Other"}, {"fifo", std::nullopt}, {"folder", std::nullopt},
+        {"link", std::nullopt},              {"huge", std::nullopt}, {"missing", std::nullopt},
     };
-    for (const auto& row : rows) {
-        platform::ScopedServices scope({.childProcesses = row.tool});
-        auto found = find();
-        ASSERT_FALSE(found) << row.name;
-        EXPECT_EQ(found.error().localizedDescription(), row.message) << row.name;
-        auto [error, seconds] = stop();
-        EXPECT_EQ(error, row.message) << row.name;
-    }
+    for (const auto& row : rows) EXPECT_EQ(identifierAt(folder / row.name), row.identifier) << row.name;
+}
+
+TEST(PropertyList, ASmallFileCostsASmallBuffer) {
+    TempFolder folder;
+    writeFile(folder / "Info.plist", kInfoPlist);
+    largestAllocation = 0;
+    EXPECT_EQ(platform::linux_backend::propertyListString(folder / "Info.plist", "CFBundleIdentifier"),
+              "com.example.Other");
+    EXPECT_LT(largestAllocation.load(), 64u * 1024);
+}
+
+// kill(2) reads 0 as "my process group" and -1 as "every process I may signal": a pgrep line of
+// "0" or "-1" must not become a signal to all of them. Probed with signal 0, which harms nothing.
+TEST(ProcessSignals, IdentifiersThatNameNoProcessAreTakenAsGone) {
+    for (std::int32_t pid : {0, -1}) EXPECT_EQ(platform::posix::PosixProcessSignals().kill(pid, 0), ESRCH) << pid;
 }
 
 }  // namespace

@@ -57,7 +57,7 @@ std::string toString(NSString* _Nullable text) {
 
 @end
 
-static NSWindow* buildWindow(NSTextField* status, NSProgressIndicator* progress, const std::string& title) {
+static NSWindow* buildWindow(const std::string& title) {
 #if MISTAKE == 2  // expect: cannot initialize a parameter of type 'NSBackingStoreType' with an rvalue of type 'int'
     NSWindow* window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 460, 220) styleMask:NSWindowStyleMaskTitled | NSWindowStyleMaskClosable backing:2 defer:NO];
 #elif MISTAKE == 3  // expect: 'NSTitledWindowMask' is deprecated: first deprecated in macOS 10.12
@@ -70,57 +70,21 @@ static NSWindow* buildWindow(NSTextField* status, NSProgressIndicator* progress,
 #else
     window.title = toNSString(title);
 #endif
-    window.releasedWhenClosed = NO;
-    [window center];
-    NSView* content = [[NSView alloc] initWithFrame:NSMakeRect(0, 0, 460, 220)];
-    NSImageView* icon = [[NSImageView alloc] initWithFrame:NSMakeRect(198, 132, 64, 64)];
-    icon.image = NSApp.applicationIconImage;
-    icon.imageScaling = NSImageScaleProportionallyUpOrDown;
-    [content addSubview:icon];
     NSTextField* heading = [NSTextField labelWithString:@"Installing Kelvo"];
-    heading.font = [NSFont systemFontOfSize:18 weight:NSFontWeightSemibold];
 #if MISTAKE == 5  // expect: assigning to 'NSTextAlignment' from incompatible type 'NSLineBreakMode'
     heading.alignment = NSLineBreakByWordWrapping;
-#elif MISTAKE == 6  // expect: 'NSCenterTextAlignment' is deprecated: first deprecated in macOS 10.12
-    heading.alignment = NSCenterTextAlignment;
 #else
     heading.alignment = NSTextAlignmentCenter;
 #endif
-    heading.frame = NSMakeRect(20, 96, 420, 26);
-    [content addSubview:heading];
-    status.font = [NSFont systemFontOfSize:12];
-    status.textColor = NSColor.secondaryLabelColor;
-    status.lineBreakMode = NSLineBreakByWordWrapping;
-    status.maximumNumberOfLines = 3;
-    [content addSubview:status];
-    progress.style = NSProgressIndicatorStyleBar;
-    progress.indeterminate = YES;
-    [progress startAnimation:nil];
-    [content addSubview:progress];
-    window.contentView = content;
-    [window makeKeyAndOrderFront:nil];
+    window.contentView = heading;
     return window;
-}
-
-static void showFailure(NSString* message) {
-    NSAlert* alert = [[NSAlert alloc] init];
-    alert.messageText = @"Installation Problem";
-    alert.informativeText = message;
-#if MISTAKE == 7  // expect: 'NSWarningAlertStyle' is deprecated: first deprecated in macOS 10.12
-    alert.alertStyle = NSWarningAlertStyle;
-#else
-    alert.alertStyle = NSAlertStyleWarning;
-#endif
-    [alert addButtonWithTitle:@"Quit"];
-    if ([alert runModal] == NSAlertFirstButtonReturn) [NSApp terminate:nil];
 }
 
 static void openApplication(NSURL* url, std::optional<std::string> volume,
                             std::function<void(std::optional<std::string>)> completion) {
     NSWorkspaceOpenConfiguration* configuration = [NSWorkspaceOpenConfiguration configuration];
     if (volume) configuration.arguments = @[ @"--eject-installer-volume", toNSString(*volume) ];
-    configuration.activates = YES;
-#if MISTAKE == 8  // expect: with an rvalue of type 'void (^)(NSError *__strong)'
+#if MISTAKE == 6  // expect: with an rvalue of type 'void (^)(NSError *__strong)'
     [NSWorkspace.sharedWorkspace openApplicationAtURL:url configuration:configuration completionHandler:^(NSError* error) {
 #else
     [NSWorkspace.sharedWorkspace openApplicationAtURL:url configuration:configuration completionHandler:^(NSRunningApplication* _Nullable, NSError* _Nullable error) {
@@ -135,7 +99,7 @@ static std::vector<int> runningCopies(NSString* bundleIdentifier) {
     std::vector<int> identifiers;
     for (NSRunningApplication* application in NSWorkspace.sharedWorkspace.runningApplications) {
         if (application.processIdentifier == NSProcessInfo.processInfo.processIdentifier || application.terminated) continue;
-#if MISTAKE == 9  // expect: implicit conversion from nullable pointer 'NSString * _Nullable' to non-nullable pointer type 'NSString * _Nonnull'
+#if MISTAKE == 7  // expect: implicit conversion from nullable pointer 'NSString * _Nullable' to non-nullable pointer type 'NSString * _Nonnull'
         if ([bundleIdentifier isEqualToString:application.bundleIdentifier]) identifiers.push_back(application.processIdentifier);
 #else
         if ([application.bundleIdentifier isEqualToString:bundleIdentifier]) identifiers.push_back(application.processIdentifier);
@@ -146,14 +110,12 @@ static std::vector<int> runningCopies(NSString* bundleIdentifier) {
 }
 
 static void stopCopy(pid_t pid) {
-#if MISTAKE == 10  // expect: no known class method for selector 'runningApplicationWithPID:'
+#if MISTAKE == 8  // expect: no known class method for selector 'runningApplicationWithPID:'
     NSRunningApplication* application = [NSRunningApplication runningApplicationWithPID:pid];
 #else
     NSRunningApplication* application = [NSRunningApplication runningApplicationWithProcessIdentifier:pid];
 #endif
     if (![application terminate]) [application forceTerminate];
-    NSDate* deadline = [NSDate dateWithTimeIntervalSinceNow:2.0];
-    while ([deadline timeIntervalSinceNow] > 0 && !application.terminated) [NSThread sleepForTimeInterval:0.1];
 }
 
 static std::optional<std::string> runTool(const std::string& path, NSArray<NSString*>* arguments, std::string& output) {
@@ -167,13 +129,13 @@ static std::optional<std::string> runTool(const std::string& path, NSArray<NSStr
     NSFileHandle* reader = pipe.fileHandleForReading;
     dispatch_group_t drained = dispatch_group_create();
     dispatch_group_enter(drained);
-#if MISTAKE == 11  // expect: variable is not assignable (missing __block type specifier)
+#if MISTAKE == 9  // expect: variable is not assignable (missing __block type specifier)
     BOOL reachedEnd = NO;
 #else
     __block BOOL reachedEnd = NO;
 #endif
     reader.readabilityHandler = ^(NSFileHandle* handle) {
-#if MISTAKE == 12  // expect: capturing 'reader' strongly in this block is likely to lead to a retain cycle
+#if MISTAKE == 10  // expect: capturing 'reader' strongly in this block is likely to lead to a retain cycle
         NSData* chunk = reader.availableData;
 #else
         NSData* chunk = handle.availableData;
@@ -186,7 +148,7 @@ static std::optional<std::string> runTool(const std::string& path, NSArray<NSStr
         handle.readabilityHandler = nil;
         dispatch_group_leave(drained);
     };
-#if MISTAKE == 13  // expect: 'launch' is deprecated: first deprecated in macOS 10.13
+#if MISTAKE == 11  // expect: 'launch' is deprecated: first deprecated in macOS 10.13
     [task launch];
 #else
     NSError* error = nil;
@@ -199,32 +161,8 @@ static std::optional<std::string> runTool(const std::string& path, NSArray<NSStr
     return task.terminationStatus == 0 ? std::nullopt : std::optional<std::string>("failed");
 }
 
-static std::optional<std::string> runScript(const std::string& source) {
-    NSAppleScript* script = [[NSAppleScript alloc] initWithSource:toNSString(source)];
-    if (!script) return "The script could not be made.";
-    NSDictionary<NSString*, id>* errorInfo = nil;
-    [script executeAndReturnError:&errorInfo];
-    if (!errorInfo) return std::nullopt;
-    id message = errorInfo[NSAppleScriptErrorMessage];
-    NSNumber* number = errorInfo[NSAppleScriptErrorNumber];
-    if ([message isKindOfClass:NSString.class]) return toString(message);
-    return "error " + toString(number.stringValue);
-}
-
-static bool copyBundle(NSURL* source, NSURL* destination, std::string& failure) {
-    NSFileManager* files = NSFileManager.defaultManager;
-    NSError* error = nil;
-    if ([files fileExistsAtPath:destination.path ?: @""] && ![files removeItemAtURL:destination error:&error]) {
-        failure = toString(error.localizedDescription);
-        return false;
-    }
-    if ([files copyItemAtURL:source toURL:destination error:&error]) return true;
-    failure = toString(error.localizedDescription);
-    return false;
-}
-
 static CFIndex characterCount(NSString* text) {
-#if MISTAKE == 14  // expect: requires a bridged cast
+#if MISTAKE == 12  // expect: requires a bridged cast
     return CFStringGetLength((CFStringRef)text);
 #else
     return CFStringGetLength((__bridge CFStringRef)text);
@@ -237,9 +175,9 @@ static void scheduleTermination(NSWindow* window) {
         [window close];
         [NSApp terminate:nil];
     });
-#if MISTAKE == 15  // expect: 'dispatch_release' is unavailable: not available in automatic reference counting mode
+#if MISTAKE == 13  // expect: 'dispatch_release' is unavailable: not available in automatic reference counting mode
     dispatch_release(main);
-#elif MISTAKE == 16  // expect: ARC forbids explicit message send of 'release'
+#elif MISTAKE == 14  // expect: ARC forbids explicit message send of 'release'
     [window release];
 #endif
 }
@@ -251,8 +189,8 @@ int main() {
         NSTextField* status = [NSTextField labelWithString:@"Copying Kelvo to your Applications folder…"];
         NSProgressIndicator* progress = [[NSProgressIndicator alloc] init];
         PlantedDelegate* delegate = [[PlantedDelegate alloc] initWithLaunched:[status, progress] {
-            NSWindow* window = buildWindow(status, progress, "Install Kelvo");
-#if MISTAKE == 17  // expect: 'activate' is unavailable: introduced in macOS 14.0
+            NSWindow* window = buildWindow("Install Kelvo");
+#if MISTAKE == 15  // expect: 'activate' is unavailable: introduced in macOS 14.0
             [NSApp activate];
 #else
             [NSApp activateIgnoringOtherApps:YES];
@@ -261,16 +199,11 @@ int main() {
                 std::string output;
                 std::optional<std::string> failure = runTool("/usr/bin/pgrep", @[ @"-x", @"Kelvo" ], output);
                 for (int pid : runningCopies(@"com.example.kelvo")) stopCopy(pid);
-                NSBundle* bundle = NSBundle.mainBundle;
-                NSURL* embedded = [bundle.resourceURL URLByAppendingPathComponent:@"Kelvo.app"];
                 NSURL* destination = [NSURL fileURLWithPath:@"/Applications/Kelvo.app"];
-                std::string copyFailure;
-                if (embedded && !copyBundle(embedded, destination, copyFailure)) failure = runScript("do shell script \"true\"");
                 dispatch_async(dispatch_get_main_queue(), ^{
                     [progress stopAnimation:nil];
-                    status.stringValue = toNSString(failure.value_or(std::to_string(characterCount(bundle.bundlePath))));
-                    if (failure) showFailure(status.stringValue);
-                    else openApplication(destination, std::nullopt, [window](std::optional<std::string>) { scheduleTermination(window); });
+                    status.stringValue = toNSString(failure.value_or(std::to_string(characterCount(NSBundle.mainBundle.bundlePath))));
+                    openApplication(destination, std::nullopt, [window](std::optional<std::string>) { scheduleTermination(window); });
                 });
             });
         }];

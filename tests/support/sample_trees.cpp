@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <stdexcept>
 #include <vector>
 
@@ -21,10 +22,6 @@ void check(bool ok, const std::string& what) {
     if (!ok) throw std::runtime_error("making the sample tree: " + what);
 }
 
-void link(const std::string& target, const std::string& path) {
-    check(symlink(target.c_str(), path.c_str()) == 0, "symlink " + path);
-}
-
 void attribute(const std::string& path, const std::string& name, const std::string& value) {
     check(lsetxattr(path.c_str(), name.c_str(), value.data(), value.size(), 0) == 0, "xattr " + path);
 }
@@ -33,53 +30,47 @@ void attribute(const std::string& path, const std::string& name, const std::stri
 void writeSparseFile(const std::string& path, off_t size) {
     int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0644);
     const std::string page(4096, 's');
-    check(fd >= 0 && pwrite(fd, page.data(), page.size(), size / 2) == static_cast<ssize_t>(page.size()) &&
-              ftruncate(fd, size) == 0 && close(fd) == 0,
+    check(fd >= 0 && pwrite(fd, page.data(), page.size(), size / 2) == 4096 && ftruncate(fd, size) == 0 && close(fd) == 0,
           "sparse file " + path);
 }
 
-// Distinct times for every item, set deepest first so that folders keep theirs.
+// Distinct times to the nanosecond for every item, set deepest first so that folders keep theirs.
 void stampTimes(const std::string& root) {
     std::vector<fs::path> items{root};
     for (const auto& entry : fs::recursive_directory_iterator(root)) items.push_back(entry.path());
     long nanoseconds = 123456789;
     for (auto item = items.rbegin(); item != items.rend(); ++item) {
         nanoseconds += 1000003;
-        const struct timespec times[2] = {{1000000000, nanoseconds % 1000000000},
-                                          {1200000000 + nanoseconds / 1000, nanoseconds % 1000000000}};
+        const timespec times[2] = {{1000000000, nanoseconds % 1000000000}, {1200000000 + nanoseconds / 1000, nanoseconds % 1000000000}};
         check(utimensat(AT_FDCWD, item->c_str(), times, AT_SYMLINK_NOFOLLOW) == 0, "times " + item->string());
     }
 }
 
-std::string digest(const std::string& path) {
-    return std::to_string(std::hash<std::string>{}(readFile(path)));
-}
-
+// Every extended attribute of `path` (not followed), by name.
 std::string attributes(const std::string& path) {
-    std::vector<char> names(65536);
-    ssize_t size = llistxattr(path.c_str(), names.data(), names.size());
+    std::vector<char> names(65536), value(65536);
     std::map<std::string, std::string> found;
-    for (ssize_t at = 0; at < size;) {
+    for (ssize_t at = 0, size = llistxattr(path.c_str(), names.data(), names.size()); at < size;) {
         std::string name(names.data() + at);
         at += static_cast<ssize_t>(name.size()) + 1;
-        std::vector<char> value(65536);
         ssize_t length = lgetxattr(path.c_str(), name.c_str(), value.data(), value.size());
-        found[name] = length < 0 ? "?" : std::string(value.data(), static_cast<std::size_t>(length));
+        found[name] = std::string(value.data(), static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
     }
     std::string text;
-    for (const auto& [name, value] : found) text += " " + name + "=" + value;
+    for (const auto& [name, contents] : found) text += " " + name + "=" + contents;
     return text;
 }
 
 std::string describe(const std::string& path) {
     struct stat status{};
     if (lstat(path.c_str(), &status) != 0) return "unreadable";
-    std::string text = S_ISDIR(status.st_mode) ? "folder" : S_ISLNK(status.st_mode) ? "link" : "file";
-    if (S_ISLNK(status.st_mode)) text += " -> " + fs::read_symlink(path).string();
+    std::string text = S_ISDIR(status.st_mode) ? "folder" : S_ISLNK(status.st_mode) ? "link -> " + fs::read_symlink(path).string() : "file";
     if (!S_ISLNK(status.st_mode)) text += " mode " + std::to_string(status.st_mode & 07777);
     text += " owner " + std::to_string(status.st_uid) + ":" + std::to_string(status.st_gid);
-    if (S_ISREG(status.st_mode)) text += " size " + std::to_string(status.st_size) + " digest " + digest(path);
-    if (S_ISREG(status.st_mode) && status.st_blocks * 512 < status.st_size) text += " sparse";
+    if (S_ISREG(status.st_mode)) {
+        text += " size " + std::to_string(status.st_size) + " digest " + std::to_string(std::hash<std::string>{}(readFile(path)));
+        if (status.st_blocks * 512 < status.st_size) text += " sparse";
+    }
     text += " mtime " + std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec);
     return text + attributes(path);
 }
@@ -93,18 +84,18 @@ void makeSampleBundle(const std::string& path, std::size_t largeFileSize) {
     writeFile(contents + "/MacOS/Kelvo", "#!/bin/sh\nexit 0\n", 0755);
     writeFile(framework + "/Versions/A/Kelvo Core", std::string(4096, 'k'), 0755);
     writeFile(framework + "/Versions/A/Resources/Info.plist", "<plist/>\n");
-    link("A", framework + "/Versions/Current");
-    link("Versions/Current/Kelvo Core", framework + "/Kelvo Core");
-    link("Versions/Current/Resources", framework + "/Resources");
-    link("../Missing/Nowhere", contents + "/Dangling");
-    link("/etc/hostname", contents + "/Absolute");
+    const std::pair<const char*, std::string> links[] = {
+        {"A", framework + "/Versions/Current"}, {"Versions/Current/Kelvo Core", framework + "/Kelvo Core"},
+        {"Versions/Current/Resources", framework + "/Resources"}, {"../Missing/Nowhere", contents + "/Dangling"},
+        {"/etc/hostname", contents + "/Absolute"}};
+    for (const auto& [target, link] : links) check(symlink(target, link.c_str()) == 0, "symlink " + link);
     fs::create_directories(contents + "/Resources/Empty Folder");
     writeFile(contents + "/Resources/K\u00e9lvo 'quoted' \"double\" $x `y`.txt", "awkward\n");
     writeFile(contents + "/Resources/Large.bin", std::string(largeFileSize, '\x5a'));
     writeFile(contents + "/Resources/Locked/Inside.txt", "read-only folder\n", 0444);
     writeFile(contents + "/_CodeSignature/CodeResources", "<plist/>\n", 0600);
     writeSparseFile(contents + "/Resources/Sparse.db", 4 << 20);
-    check(::link((contents + "/MacOS/Kelvo").c_str(), (contents + "/Resources/kelvo-cli").c_str()) == 0, "hard link");
+    check(link((contents + "/MacOS/Kelvo").c_str(), (contents + "/Resources/kelvo-cli").c_str()) == 0, "hard link");
     attribute(contents + "/MacOS/Kelvo", "user.com.apple.quarantine", "0083;5f1;Kelvo;");
     attribute(contents + "/Resources", "user.com.apple.FinderInfo", std::string(32, '\0'));
     attribute(contents + "/Info.plist", "user.kelvo.binary", std::string("\x00\x01\xff", 3));
@@ -113,8 +104,7 @@ void makeSampleBundle(const std::string& path, std::size_t largeFileSize) {
         check(chown((contents + "/MacOS/Helper").c_str(), 1234, 5678) == 0, "chown");
         check(chmod((contents + "/MacOS/Helper").c_str(), 04755) == 0, "setuid");
         // File capabilities, version 2: cap_net_bind_service, effective.
-        attribute(contents + "/MacOS/Helper", "security.capability",
-                  std::string("\x01\0\0\x02\0\x04\0\0", 8) + std::string(12, '\0'));
+        attribute(contents + "/MacOS/Helper", "security.capability", std::string("\x01\0\0\x02\0\x04\0\0", 8) + std::string(12, '\0'));
         attribute(framework + "/Resources", "trusted.kelvo.link", "on a link");
     }
     check(chmod((contents + "/Resources/Locked").c_str(), 0555) == 0, "read-only folder");
@@ -122,33 +112,22 @@ void makeSampleBundle(const std::string& path, std::size_t largeFileSize) {
     stampTimes(path);
 }
 
-TreeSnapshot snapshotTree(const std::string& root) {
-    TreeSnapshot snapshot{{".", describe(root)}};
+std::string snapshotTree(const std::string& root) {
+    std::map<std::string, std::string> items{{".", describe(root)}};
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        snapshot[entry.path().lexically_relative(root).string()] = describe(entry.path());
+        items[entry.path().lexically_relative(root).string()] = describe(entry.path());
     }
-    // Every name of a file with several links is marked with the first of its names.
     std::map<std::pair<dev_t, ino_t>, std::string> firstNames;
-    for (auto& [relative, description] : snapshot) {
+    std::string text;
+    for (const auto& [relative, description] : items) {
+        text += relative + ": " + description;
         struct stat status{};
         if (lstat((root + "/" + relative).c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink > 1) {
-            description += " same file as " + firstNames.try_emplace({status.st_dev, status.st_ino}, relative).first->second;
+            text += " same file as " + firstNames.try_emplace({status.st_dev, status.st_ino}, relative).first->second;
         }
+        text += "\n";
     }
-    return snapshot;
-}
-
-std::string differences(const TreeSnapshot& expected, const TreeSnapshot& actual) {
-    std::string lines;
-    for (const auto& [path, description] : expected) {
-        auto found = actual.find(path);
-        if (found == actual.end()) lines += "missing: " + path + "\n";
-        else if (found->second != description) lines += path + ": expected " + description + ", got " + found->second + "\n";
-    }
-    for (const auto& [path, description] : actual) {
-        if (!expected.count(path)) lines += "extra: " + path + "\n";
-    }
-    return lines;
+    return text;
 }
 
 }  // namespace testing_support

@@ -2,7 +2,6 @@
 // description of a tree to compare copies with.
 #pragma once
 
-#include <map>
 #include <string>
 
 namespace testing_support {
@@ -15,14 +14,10 @@ namespace testing_support {
 // item.
 void makeSampleBundle(const std::string& path, std::size_t largeFileSize = 1 << 20);
 
-// Every item below `root` (the root itself as "."), by relative path, described by kind, link
-// target, permission bits, owner, size, contents digest, whether it is sparse, which names are
-// the same file, extended attributes and modification time. Made with std::filesystem and l*
-// system calls, never with the code under test.
-using TreeSnapshot = std::map<std::string, std::string>;
-TreeSnapshot snapshotTree(const std::string& root);
-
-// "" when equal; otherwise one line per differing item.
-std::string differences(const TreeSnapshot& expected, const TreeSnapshot& actual);
+// Every item below `root` (the root itself as "."), one line each by relative path: its kind, link
+// target, permission bits, owner, size, contents digest, whether it is sparse, which names are the
+// same file, extended attributes and modification time. Made with std::filesystem and l* system
+// calls, never with the code under test.
+std::string snapshotTree(const std::string& root);
 
 }  // namespace testing_support

@@ -1,5 +1,6 @@
 // subreaper COMMAND [ARGS...]: runs COMMAND, reaping every orphan that is re-parented to it, and
-// exits with COMMAND's status.
+// exits with COMMAND's status as soon as COMMAND has ended. As the first process of a process
+// namespace, its exit ends whatever the command left running there.
 #include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -23,17 +24,11 @@ int main(int argc, char** argv) {
         std::perror("subreaper: exec");
         _exit(127);
     }
-    int exitCode = 1;
     for (;;) {
         int status = 0;
         pid_t reaped = wait(&status);
-        if (reaped < 0) {
-            if (errno == EINTR) continue;
-            break;
-        }
-        if (reaped == command) {
-            exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-        }
+        if (reaped < 0 && errno == EINTR) continue;
+        if (reaped < 0) return 1;
+        if (reaped == command) return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     }
-    return exitCode;
 }

@@ -5,7 +5,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 namespace testing_support {
@@ -18,12 +18,11 @@ TempFolder::TempFolder() {
 
 TempFolder::~TempFolder() {
     std::error_code ignored;
-    // Make read-only folders writable again so that everything can go.
+    // Read-only folders are made writable again, so that everything can go.
     for (auto it = std::filesystem::recursive_directory_iterator(path_, ignored);
          it != std::filesystem::recursive_directory_iterator(); it.increment(ignored)) {
         if (it->is_directory(ignored) && !it->is_symlink(ignored)) chmod(it->path().c_str(), 0755);
     }
-    chmod(path_.c_str(), 0755);
     std::filesystem::remove_all(path_, ignored);
 }
 
@@ -34,8 +33,9 @@ void writeFile(const std::string& path, const std::string& contents, unsigned mo
 }
 
 std::string readFile(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return std::string((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    std::ostringstream contents;
+    contents << std::ifstream(path, std::ios::binary).rdbuf();
+    return contents.str();
 }
 
 }  // namespace testing_support

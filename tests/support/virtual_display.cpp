@@ -1,62 +1,55 @@
 #include "support/virtual_display.h"
 
-#include <fcntl.h>
 #include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <poll.h>
+#include <chrono>
+#include <thread>
+
+#include "support/command.h"
 
 namespace testing_support {
 namespace {
 
 constexpr const char* kServer = "/usr/bin/Xvfb";
-constexpr int kStartTimeoutMilliseconds = 10000;
-
-// Reads the display number Xvfb writes to `fd` once it is ready; empty on failure or time-out.
-std::string readDisplayNumber(int fd) {
-    std::string number;
-    pollfd ready{fd, POLLIN, 0};
-    while (poll(&ready, 1, kStartTimeoutMilliseconds) > 0) {
-        char c;
-        if (read(fd, &c, 1) != 1) break;
-        if (c == '\n') return number;
-        number += c;
-    }
-    return {};
-}
+constexpr const char* kWindowTool = "/usr/bin/xdotool";
 
 }  // namespace
 
 std::string VirtualDisplay::unavailableReason() {
-    if (access(kServer, X_OK) != 0) return std::string(kServer) + " is not installed (package xvfb)";
+    for (const char* program : {kServer, kWindowTool}) {
+        if (access(program, X_OK) != 0) return std::string(program) + " is not installed";
+    }
     return {};
 }
 
 VirtualDisplay::VirtualDisplay() {
     if (!unavailableReason().empty()) return;
-    int ready[2];
-    if (pipe2(ready, O_CLOEXEC) != 0) return;
-    server_ = fork();
-    if (server_ == 0) {
-        dup2(ready[1], 3);  // dup2 clears close-on-exec on the copy
-        int null = open("/dev/null", O_RDWR);
-        dup2(null, 1);
-        dup2(null, 2);
-        execl(kServer, kServer, "-displayfd", "3", "-screen", "0", "1280x800x24", "-nolisten", "tcp",
-              "-noreset", static_cast<char*>(nullptr));
-        _exit(127);
+    // Xvfb picks a free display and writes its number once it takes clients.
+    std::string number = ready_ / "display";
+    server_ = std::atoi(runCommand(std::string(kServer) + " -displayfd 3 -screen 0 1280x800x24 -nolisten tcp 3>" +
+                                   shellWord(number) + " >/dev/null 2>&1 & echo $!").output.c_str());
+    for (int tries = 0; tries < 500 && readFile(number).find('\n') == std::string::npos; ++tries) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
-    close(ready[1]);
-    std::string number = server_ > 0 ? readDisplayNumber(ready[0]) : std::string();
-    close(ready[0]);
-    if (!number.empty()) name_ = ":" + number;
+    std::string written = readFile(number);
+    if (written.find('\n') != std::string::npos) name_ = ":" + written.substr(0, written.find('\n'));
 }
 
 VirtualDisplay::~VirtualDisplay() {
-    if (server_ <= 0) return;
-    kill(server_, SIGTERM);
-    waitpid(server_, nullptr, 0);
+    if (server_ > 0) kill(server_, SIGTERM);
+}
+
+std::string VirtualDisplay::waitForWindow(const std::string& title, int seconds) const {
+    std::string found = runCommand("DISPLAY=" + name_ + " timeout " + std::to_string(seconds) + " " + kWindowTool +
+                                   " search --sync --onlyvisible --name " + shellWord("^" + title + "$") +
+                                   " 2>/dev/null | head -n 1").output;
+    return found.substr(0, found.find('\n'));
+}
+
+bool VirtualDisplay::pressKey(const std::string& window, const std::string& key) const {
+    return runCommand("DISPLAY=" + name_ + " " + kWindowTool + " windowfocus --sync " + window +
+                      " key --clearmodifiers " + shellWord(key)).exitStatus == 0;
 }
 
 }  // namespace testing_support

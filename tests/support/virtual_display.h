@@ -1,20 +1,21 @@
-// A private X server (Xvfb) for tests that show real windows. It picks a free display number
-// itself, and is stopped and reaped when the object goes away.
+// A private X server (Xvfb) for tests that show real windows, and what a user does with windows
+// there. It picks a free display number itself, and is stopped with the object.
 #pragma once
 
 #include <sys/types.h>
 
 #include <string>
 
+#include "support/temp_folder.h"
+
 namespace testing_support {
 
 class VirtualDisplay {
 public:
-    // Why no virtual display can be started here; empty when one can.
+    // Why no display can be started and used here; empty when one can.
     static std::string unavailableReason();
 
-    // Starts Xvfb with one 1280 x 800 screen and waits until it accepts clients. `started()` says
-    // whether it did.
+    // Starts Xvfb with one 1280 x 800 screen and waits until it accepts clients.
     VirtualDisplay();
     ~VirtualDisplay();
     VirtualDisplay(const VirtualDisplay&) = delete;
@@ -24,7 +25,15 @@ public:
     // The display name, such as ":12".
     const std::string& name() const { return name_; }
 
+    // The id of a shown window titled exactly `title`, waiting up to `seconds` for one; empty when
+    // none came.
+    std::string waitForWindow(const std::string& title, int seconds) const;
+
+    // Gives `window` the keyboard focus and presses `key` (an xdotool key name such as "Return").
+    bool pressKey(const std::string& window, const std::string& key) const;
+
 private:
+    TempFolder ready_;
     pid_t server_ = -1;
     std::string name_;
 };

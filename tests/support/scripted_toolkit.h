@@ -2,8 +2,10 @@
 // the application, the one window and the alert; the views it makes keep what they are told. All
 // of them keep their state for the test to read, and the calls whose order matters go into the
 // scripted system's log: "window shown", "activated", "text <status>", "bar start", "bar stop",
-// "alert" (run modally; the user presses its first button at once), "terminate", "reply <bool>".
-// A call made while a background task runs fails the test: the window belongs to the main thread.
+// "alert <message>: <informative text> (<style>) [<button>…]" (run modally; the user presses its
+// first button at once), "terminate" (or "terminate later", when the delegate defers it),
+// "reply <bool>". A call made while a background task runs fails the test: the window belongs to
+// the main thread.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -95,25 +97,14 @@ public:
     std::shared_ptr<ScriptedBar> bar;
     const std::shared_ptr<platform::ui::Image> icon = std::make_shared<platform::ui::Image>();
     platform::ui::ApplicationDelegate* delegate = nullptr;
-    bool terminated = false;
-
-    // The window: how it was made (content rectangle, style mask, backing, defer) and what it was told.
-    std::string windowMade;
-    std::string title;
-    std::optional<bool> releasedWhenClosed;
-    bool centered = false;
+    // The window: how it was made (content rectangle, style mask, backing, defer), then what it was told.
+    std::string window;
     std::shared_ptr<platform::ui::View> contentView;
-
-    // The alert.
-    std::string messageText;
-    std::string informativeText;
-    std::optional<platform::ui::AlertStyle> alertStyle;
-    std::vector<std::string> buttons;
 
     platform::ui::Application& sharedApplication() override { return *this; }
     std::shared_ptr<platform::ui::Window> makeWindow(const platform::ui::Rect& content, unsigned style,
                                                      platform::ui::BackingStoreType backing, bool defer) override {
-        windowMade = ::testing::PrintToString(content) + " style " + std::to_string(style) + " backing " +
+        window = ::testing::PrintToString(content) + " style " + std::to_string(style) + " backing " +
                      std::to_string(static_cast<int>(backing)) + (defer ? " deferred" : "");
         return std::shared_ptr<platform::ui::Window>(this, [](platform::ui::Window*) {});
     }
@@ -144,35 +135,37 @@ public:
     void run() override {}
     // Asks the delegate first, as the platform does.
     void terminate() override {
-        noteOnMainThread(system_, "terminate");
-        terminated = delegate->applicationShouldTerminate(*this) == platform::ui::TerminateReply::TerminateNow;
+        bool later = delegate->applicationShouldTerminate(*this) == platform::ui::TerminateReply::TerminateLater;
+        noteOnMainThread(system_, later ? "terminate later" : "terminate");
     }
     void replyToApplicationShouldTerminate(bool value) override {
         noteOnMainThread(system_, value ? "reply true" : "reply false");
-        terminated = value;
     }
     void activateIgnoringOtherApps(bool value) override {
         noteOnMainThread(system_, value ? "activated" : "activated unless another app is active");
     }
     std::shared_ptr<platform::ui::Image> applicationIconImage() override { return icon; }
 
-    void setTitle(const std::string& value) override { title = value; }
-    void setReleasedWhenClosed(bool value) override { releasedWhenClosed = value; }
-    void center() override { centered = true; }
+    void setTitle(const std::string& value) override { window += ", title " + value; }
+    void setReleasedWhenClosed(bool value) override { window += value ? ", released when closed" : ", kept when closed"; }
+    void center() override { window += ", centered"; }
     void setContentView(std::shared_ptr<platform::ui::View> value) override { contentView = std::move(value); }
     void makeKeyAndOrderFront() override { noteOnMainThread(system_, "window shown"); }
 
-    void setMessageText(const std::string& text) override { messageText = text; }
-    void setInformativeText(const std::string& text) override { informativeText = text; }
-    void setAlertStyle(platform::ui::AlertStyle value) override { alertStyle = value; }
-    void addButtonWithTitle(const std::string& value) override { buttons.push_back(value); }
+    void setMessageText(const std::string& text) override { alert_ += text; }
+    void setInformativeText(const std::string& text) override { alert_ += ": " + text; }
+    void setAlertStyle(platform::ui::AlertStyle value) override {
+        alert_ += value == platform::ui::AlertStyle::Warning ? " (warning)" : " (not a warning)";
+    }
+    void addButtonWithTitle(const std::string& value) override { alert_ += " [" + value + "]"; }
     platform::ui::ModalResponse runModal() override {
-        noteOnMainThread(system_, "alert");
+        noteOnMainThread(system_, "alert " + alert_);
         return platform::ui::kAlertFirstButtonReturn;
     }
 
 private:
     ScriptedSystem& system_;
+    std::string alert_;
 };
 
 }  // namespace testing_support

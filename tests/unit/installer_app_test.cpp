@@ -67,7 +67,8 @@ TEST(InstallerApp, BuildsItsFixedWindow) {
 
 TEST(InstallerApp, EndsAfterADelayOnSuccessAndThroughTheAlertOnFailure) {
     const std::string missing = engine::InstallError::embeddedAppMissing().localizedDescription();
-    const std::string launchFailed = engine::InstallError::launchFailed("Denied.").localizedDescription();
+    const std::string launchFailed = "Kelvo was installed, but could not be launched automatically.\nDenied.\n"
+                                     "Open Kelvo from your Applications folder to finish setup.";
     const struct {
         const char* name;
         void (*setUp)(ScriptedSystem&);

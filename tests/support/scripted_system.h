@@ -4,8 +4,8 @@
 // made, so that a test can check both an outcome and the steps that led to it.
 //
 // Log entries: "applications <seconds elapsed>", "lookup|terminate|forceTerminate <pid>",
-// "run <program> <arguments…>", "kill <pid> <signal>", "probe <pid>" (signal 0),
-// "sleep <seconds>", "exists|remove|lock|unlock <path>", "copy <from> <to>", "script", "execute",
+// "run <program> <arguments…>", "kill <pid> <signal>" (not signal 0, which only probes),
+// "exists|remove|lock|unlock <path>", "copy <from> <to>", "script", "execute",
 // "open <path> [<arguments…>] activated", "main", "after <seconds>", "background". While a
 // background task runs, entries begin with "background: ". The scripted toolkit adds its own.
 #pragma once
@@ -44,9 +44,9 @@ class ScriptedSystem final : public platform::ProcessInfo, public platform::Main
 public:
     using ToolAnswer = platform::Expected<platform::ChildProcessResult, platform::Error>;
 
-    // By default the installer runs from its disk image, carries Kelvo.app and finds nothing running.
+    // By default the installer (process 100) runs from its disk image, carries Kelvo.app and finds
+    // nothing running.
     std::vector<std::string> commandLine = {"/Volumes/Kelvo/Install Kelvo.app/Contents/MacOS/Install Kelvo"};
-    std::int32_t ownProcessIdentifier = 100;
     std::uint32_t userId = 501;
     std::string bundle = "/Volumes/Kelvo/Install Kelvo.app";
     std::optional<std::string> resources = bundle + "/Contents/Resources";
@@ -55,14 +55,13 @@ public:
     std::optional<std::string> workingDirectory = "/Users/me";
     std::optional<std::string> removalError;  // what removeItem fails with
     std::optional<std::string> copyError;     // what copyItem fails with
-    bool copiesAreComplete = true;            // a copy holds Contents/Info.plist
+    bool copiesAreComplete = true;            // a copy (the plain one or a script's) holds Contents/Info.plist
 
     std::vector<ScriptedProcess> processes;  // in the platform's order
     std::deque<ToolAnswer> toolAnswers;      // pgrep's next answers; then it answers from `processes`
 
     bool refusesScripts = false;                                // scriptWithSource gives none
     std::optional<platform::AppleScriptErrorInfo> scriptError;  // what running a script reports
-    std::string scriptInstalls = "/Applications/Kelvo.app/Contents/Info.plist";  // made by a script that succeeds
     std::vector<std::string> scriptSources;
 
     std::function<void(std::optional<platform::Error>)> openHandler;  // the workspace's pending answer
@@ -95,7 +94,7 @@ public:
     void runDelayedTasks() { runAll(delayed_); }
 
     std::vector<std::string> arguments() override { return commandLine; }
-    std::int32_t processIdentifier() override { return ownProcessIdentifier; }
+    std::int32_t processIdentifier() override { return 100; }
     std::uint32_t effectiveUserId() override { return userId; }
 
     std::string bundlePath() override { return bundle; }
@@ -164,8 +163,7 @@ public:
     }
 
     int kill(std::int32_t pid, int signal) override {
-        add(signal == 0 ? "probe " + std::to_string(pid)
-                        : "kill " + std::to_string(pid) + " " + std::to_string(signal));
+        if (signal != 0) add("kill " + std::to_string(pid) + " " + std::to_string(signal));
         if (!isRunning(pid)) return ESRCH;
         ScriptedProcess& process = *find(pid);
         if (process.signalError != 0) return process.signalError;
@@ -175,10 +173,7 @@ public:
     }
 
     std::chrono::system_clock::time_point now() override { return std::chrono::system_clock::time_point(elapsed_); }
-    void sleepFor(Seconds interval) override {
-        add("sleep " + seconds(interval.count()));
-        elapsed_ += std::chrono::round<std::chrono::system_clock::duration>(interval);
-    }
+    void sleepFor(Seconds interval) override { elapsed_ += std::chrono::round<std::chrono::system_clock::duration>(interval); }
 
     std::unique_ptr<platform::AppleScript> scriptWithSource(const std::string& source) override {
         add("script");
@@ -240,7 +235,8 @@ private:
         explicit Script(ScriptedSystem& system) : system(system) {}
         std::optional<platform::AppleScriptErrorInfo> execute() override {
             system.add("execute");
-            if (!system.scriptError) system.paths.insert(system.scriptInstalls);
+            // A script that succeeds installs into the default destination.
+            if (!system.scriptError && system.copiesAreComplete) system.paths.insert("/Applications/Kelvo.app/Contents/Info.plist");
             return system.scriptError;
         }
         ScriptedSystem& system;

@@ -78,12 +78,11 @@ public:
     using ScriptedViewOf::ScriptedViewOf;
     std::optional<platform::ui::ProgressIndicatorStyle> style;
     bool indeterminate = false;
-    bool animating = false;
 
     void setStyle(platform::ui::ProgressIndicatorStyle value) override { style = value; }
     void setIndeterminate(bool value) override { indeterminate = value; }
-    void startAnimation() override { note("bar start"); animating = true; }
-    void stopAnimation() override { note("bar stop"); animating = false; }
+    void startAnimation() override { note("bar start"); }
+    void stopAnimation() override { note("bar stop"); }
 };
 
 class ScriptedToolkit final : public platform::ui::Toolkit, public platform::ui::Application,

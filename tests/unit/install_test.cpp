@@ -43,7 +43,7 @@ TEST(Install, StopsKelvoReplacesTheBundleFallsBackAndChecksTheCopy) {
          "exists /R/Kelvo.app, lock /Applications/Kelvo.app, applications 0, unlock /Applications/Kelvo.app",
          "Could not check for running Kelvo processes.\npgrep: no /proc"},
         {"incomplete copy", [](ScriptedSystem& s) { s.copiesAreComplete = false; }, kCopy + kEnd, kIncomplete},
-        {"incomplete after the fallback", [](ScriptedSystem& s) { copyFails(s); s.scriptInstalls = ""; },
+        {"incomplete after the fallback", [](ScriptedSystem& s) { copyFails(s); s.copiesAreComplete = false; },
          kCopy + ", script, execute" + kEnd, kIncomplete},
         {"script refused", [](ScriptedSystem& s) { copyFails(s); s.refusesScripts = true; },
          kCopy + ", script, unlock /Applications/Kelvo.app", kCopyLead + "Permission denied."},

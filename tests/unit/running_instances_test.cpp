@@ -82,8 +82,8 @@ ScriptedProcess unstoppable(std::int32_t pid, bool application = false) {
     return {.pid = pid, .application = application, .quitsAfter = std::nullopt, .quitsWhenForced = false};
 }
 
-// Each row sets up the machine, then checks what the step did (probes, pauses and pgrep runs left
-// out; each listing shows the scripted time it was made at) and what it failed with.
+// Each row sets up the machine, then checks what the step did (pgrep runs left out; each listing
+// shows the scripted time it was made at) and what it failed with.
 TEST(StopRunningInstances, AsksWaitsForcesWaitsAndGivesUpOnWhatIsLeft) {
     const struct {
         const char* name;
@@ -137,7 +137,7 @@ TEST(StopRunningInstances, AsksWaitsForcesWaitsAndGivesUpOnWhatIsLeft) {
         row.setUp(system);
         platform::ScopedServices scope(system.services());
         auto result = engine::InstallerTestAccess::stopRunningInstances(engine::Installer({"x"}));
-        EXPECT_EQ(system.events({"probe", "sleep", "run"}), row.events) << row.name;
+        EXPECT_EQ(system.events({"run"}), row.events) << row.name;
         EXPECT_EQ(result ? "" : result.error().localizedDescription(), row.error) << row.name;
     }
 }

@@ -91,7 +91,6 @@ public:
         inBackground_ = false;
     }
     void runMainTasks() { runAll(main_); }
-    void runDelayedTasks() { runAll(delayed_); }
 
     std::vector<std::string> arguments() override { return commandLine; }
     std::int32_t processIdentifier() override { return 100; }
@@ -186,9 +185,10 @@ public:
         add("main");
         main_.push_back(std::move(task));
     }
+    // Run with the main queue's tasks: the log shows the delay.
     void mainAsyncAfter(std::chrono::duration<double> delay, Task task) override {
         add("after " + seconds(delay.count()));
-        delayed_.push_back(std::move(task));
+        main_.push_back(std::move(task));
     }
     void globalUserInitiatedAsync(Task task) override {
         add("background");
@@ -277,7 +277,7 @@ private:
 
     std::chrono::system_clock::duration elapsed_{};
     bool inBackground_ = false;
-    std::deque<Task> main_, background_, delayed_;
+    std::deque<Task> main_, background_;
 };
 
 }  // namespace testing_support

@@ -18,9 +18,8 @@ namespace {
 std::vector<std::string> mountsBelow(const std::string& root) {
     std::ifstream table("/proc/self/mountinfo");
     std::vector<std::string> found;
-    for (std::string line; std::getline(table, line);) {
-        std::string id, parent, device, mountedFrom, mountPoint;
-        std::istringstream(line) >> id >> parent >> device >> mountedFrom >> mountPoint;
+    for (std::string id, parent, device, mountedFrom, mountPoint, rest;
+         table >> id >> parent >> device >> mountedFrom >> mountPoint && std::getline(table, rest);) {
         if (mountPoint.starts_with(root + "/")) found.push_back(mountPoint);
     }
     std::sort(found.rbegin(), found.rend());

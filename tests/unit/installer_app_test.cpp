@@ -100,7 +100,6 @@ TEST(InstallerApp, EndsAfterADelayOnSuccessAndThroughTheAlertOnFailure) {
             run.system.openHandler(row.launchError ? std::optional(platform::Error(*row.launchError)) : std::nullopt);
             run.system.runMainTasks();
         }
-        run.system.runDelayedTasks();
         EXPECT_EQ(run.events(), row.events) << row.name;
     }
 }

@@ -2,7 +2,7 @@
 // the privileged command of its fallback as the AppleScript source it is run as.
 #include <gtest/gtest.h>
 
-#include "support/installer_test_access.h"
+#include "engine/installer.h"
 #include "support/scripted_system.h"
 
 namespace {
@@ -82,34 +82,33 @@ const std::string kExampleScript =
     R"cmd(do shell script "uid='501'; pids=$(/usr/bin/pgrep -x -u \"$uid\" 'Kelvo' 2>&1); status=$?; if [ \"$status\" -gt 1 ]; then echo \"$pids\" >&2; exit \"$status\"; fi; if [ \"$status\" -eq 0 ]; then /bin/kill -TERM $pids 2>/dev/null || true; /bin/sleep 2; fi; pids=$(/usr/bin/pgrep -x -u \"$uid\" 'Kelvo' 2>&1); status=$?; if [ \"$status\" -gt 1 ]; then echo \"$pids\" >&2; exit \"$status\"; fi; if [ \"$status\" -eq 0 ]; then /bin/kill -KILL $pids 2>/dev/null || true; /bin/sleep 1; fi; /usr/bin/pgrep -x -u \"$uid\" 'Kelvo' >/dev/null 2>&1; status=$?; if [ \"$status\" -eq 0 ]; then echo \"Kelvo is still running. Quit it and try again.\" >&2; exit 1; fi; if [ \"$status\" -gt 1 ]; then echo \"Could not verify that Kelvo stopped.\" >&2; exit \"$status\"; fi; rm -rf '/Applications/Kelvo.app' && /usr/bin/ditto --rsrc '/Volumes/Disk/Setup.app/Contents/Resources/Kelvo.app' '/Applications/Kelvo.app'" with administrator privileges)cmd";
 
 // The AppleScript source the fallback runs for these paths.
-std::string scriptFor(const std::string& source, const std::string& destination) {
-    testing_support::ScriptedSystem system;
+std::string scriptFor(const std::string& resources, const std::string& destinationFolder) {
+    ScriptedSystem system;
+    system.resources = resources;
+    system.paths = {resources + "/Kelvo.app"};
+    copyFails(system);
     platform::ScopedServices scope(system.services());
-    (void)engine::InstallerTestAccess::runPrivilegedInstall(engine::Installer({"x"}), source, destination,
-                                                            platform::Error("plain copy failed"));
+    (void)engine::Installer({"x", "--dest", destinationFolder}).install();
     return system.scriptSources.at(0);
 }
 
 TEST(PrivilegedCommand, WorkedExampleIsTheWholeExpectedScript) {
-    EXPECT_EQ(scriptFor("/Volumes/Disk/Setup.app/Contents/Resources/Kelvo.app", "/Applications/Kelvo.app"),
-              kExampleScript);
+    EXPECT_EQ(scriptFor("/Volumes/Disk/Setup.app/Contents/Resources", "/Applications"), kExampleScript);
 }
 
 // Shell quoting first (a single quote becomes '\''), then AppleScript escaping (backslashes
 // doubled, then double quotes escaped).
 TEST(PrivilegedCommand, PathsAreQuotedForTheShellThenEscapedForAppleScript) {
     const struct {
-        std::string source;
-        std::string destination;
-        std::string ending;
+        std::string resources, destinationFolder, ending;
     } rows[] = {
-        {"/s/Kelvo.app", "/tmp/a'b/Kelvo.app",
+        {"/s", "/tmp/a'b",
          R"(; rm -rf '/tmp/a'\\''b/Kelvo.app' && /usr/bin/ditto --rsrc '/s/Kelvo.app' '/tmp/a'\\''b/Kelvo.app'")"},
-        {R"(/s"q\b/Kelvo.app)", R"(/d\"x/Kelvo.app)",
+        {R"(/s"q\b)", R"(/d\"x)",
          R"(; rm -rf '/d\\\"x/Kelvo.app' && /usr/bin/ditto --rsrc '/s\"q\\b/Kelvo.app' '/d\\\"x/Kelvo.app'")"},
     };
     for (const auto& row : rows) {
-        std::string script = scriptFor(row.source, row.destination);
+        std::string script = scriptFor(row.resources, row.destinationFolder);
         EXPECT_TRUE(script.ends_with(row.ending + " with administrator privileges")) << script;
     }
 }

@@ -12,7 +12,7 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
+#include <sstream>
 #include <deque>
 #include <set>
 
@@ -97,15 +97,9 @@ public:
     std::uint32_t effectiveUserId() override { return userId; }
 
     std::string bundlePath() override { return bundle; }
-    std::optional<platform::FileURL> resourceURL() override {
-        if (!resources) return std::nullopt;
-        return platform::FileURL::fileURLWithPath(*resources);
-    }
+    std::optional<platform::FileURL> resourceURL() override { return url(resources); }
 
-    bool fileExistsAtPath(const std::string& path) override {
-        add("exists " + path);
-        return paths.count(path) > 0;
-    }
+    bool fileExistsAtPath(const std::string& path) override { add("exists " + path); return paths.contains(path); }
     std::optional<std::string> currentDirectoryPath() override { return workingDirectory; }
     std::optional<platform::Error> removeItem(const platform::FileURL& url) override {
         add("remove " + url.path());
@@ -149,11 +143,7 @@ public:
 
     ToolAnswer run(const std::string& program, const std::vector<std::string>& arguments) override {
         add("run " + program + " " + joined(arguments, " "));
-        if (!toolAnswers.empty()) {
-            ToolAnswer answer = std::move(toolAnswers.front());
-            toolAnswers.pop_front();
-            return answer;
-        }
+        if (!toolAnswers.empty()) return taken(toolAnswers);
         std::string output;
         for (const ScriptedProcess& process : processes) {
             if (process.listedByTool && isRunning(process.pid)) output += std::to_string(process.pid) + "\n";
@@ -177,23 +167,16 @@ public:
     std::unique_ptr<platform::AppleScript> scriptWithSource(const std::string& source) override {
         add("script");
         scriptSources.push_back(source);
-        if (refusesScripts) return nullptr;
-        return std::make_unique<Script>(*this);
+        return refusesScripts ? nullptr : std::make_unique<Script>(*this);
     }
 
-    void mainAsync(Task task) override {
-        add("main");
-        main_.push_back(std::move(task));
-    }
+    void mainAsync(Task task) override { add("main"); main_.push_back(std::move(task)); }
     // Run with the main queue's tasks: the log shows the delay.
     void mainAsyncAfter(std::chrono::duration<double> delay, Task task) override {
         add("after " + seconds(delay.count()));
         main_.push_back(std::move(task));
     }
-    void globalUserInitiatedAsync(Task task) override {
-        add("background");
-        background_.push_back(std::move(task));
-    }
+    void globalUserInitiatedAsync(Task task) override { add("background"); background_.push_back(std::move(task)); }
 
 private:
     class Handle final : public platform::RunningApplication {
@@ -202,10 +185,7 @@ private:
         std::int32_t processIdentifier() const override { return pid_; }
         bool isTerminated() const override { return !system_.isRunning(pid_); }
         std::optional<std::string> bundleIdentifier() const override { return process().bundleIdentifier; }
-        std::optional<platform::FileURL> executableURL() const override {
-            if (!process().executable) return std::nullopt;
-            return platform::FileURL::fileURLWithPath(*process().executable);
-        }
+        std::optional<platform::FileURL> executableURL() const override { return url(process().executable); }
         bool terminate() override {
             system_.add("terminate " + std::to_string(pid_));
             if (process().refusesTerminate) return false;
@@ -242,22 +222,23 @@ private:
         ScriptedSystem& system;
     };
 
-    static std::string seconds(double value) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%g", value);
-        return text;
+    static std::string seconds(double value) { return (std::ostringstream() << value).str(); }
+    static std::optional<platform::FileURL> url(const std::optional<std::string>& path) {
+        return path ? std::optional(platform::FileURL::fileURLWithPath(*path)) : std::nullopt;
     }
     static std::string joined(const std::vector<std::string>& pieces, const std::string& separator) {
         std::string text;
         for (const std::string& piece : pieces) text += (text.empty() ? "" : separator) + piece;
         return text;
     }
+    template <class Item>
+    static Item taken(std::deque<Item>& queue) {
+        Item first = std::move(queue.front());
+        queue.pop_front();
+        return first;
+    }
     static void runAll(std::deque<Task>& queue) {
-        while (!queue.empty()) {
-            Task task = std::move(queue.front());
-            queue.pop_front();
-            task();
-        }
+        while (!queue.empty()) taken(queue)();
     }
 
     ScriptedProcess* find(std::int32_t pid) {

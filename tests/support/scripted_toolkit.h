@@ -29,7 +29,7 @@ inline void noteOnMainThread(ScriptedSystem& system, const std::string& entry) {
 template <class Interface>
 class ScriptedViewOf : public Interface {
 public:
-    explicit ScriptedViewOf(ScriptedSystem& system) : system_(system) {}
+    explicit ScriptedViewOf(ScriptedSystem& system, platform::ui::Rect frame = {}) : system_(system), frame_(frame) {}
     platform::ui::Rect frame() const override { return frame_; }
     void setFrame(const platform::ui::Rect& frame) override { frame_ = frame; }
     void addSubview(std::shared_ptr<platform::ui::View> view) override { subviews.push_back(std::move(view)); }
@@ -108,14 +108,10 @@ public:
         return std::shared_ptr<platform::ui::Window>(this, [](platform::ui::Window*) {});
     }
     std::shared_ptr<platform::ui::View> makeView(const platform::ui::Rect& frame) override {
-        view = std::make_shared<ScriptedViewOf<platform::ui::View>>(system_);
-        view->setFrame(frame);
-        return view;
+        return view = std::make_shared<ScriptedViewOf<platform::ui::View>>(system_, frame);
     }
     std::shared_ptr<platform::ui::ImageView> makeImageView(const platform::ui::Rect& frame) override {
-        imageView = std::make_shared<ScriptedImageView>(system_);
-        imageView->setFrame(frame);
-        return imageView;
+        return imageView = std::make_shared<ScriptedImageView>(system_, frame);
     }
     std::shared_ptr<platform::ui::Label> labelWithString(const std::string& text) override {
         labels.push_back(std::make_shared<ScriptedLabel>(system_));

@@ -49,19 +49,16 @@ TEST(InstallerApp, BuildsItsFixedWindow) {
     const ScriptedLabel& title = *made.labels.at(1);
     EXPECT_EQ(made.view->subviews,
               (std::vector<std::shared_ptr<View>>{made.imageView, made.labels[1], made.labels[0], made.bar}));
-    const std::pair<Rect, Rect> frames[] = {
-        {made.view->frame(), {0, 0, 460, 220}}, {made.imageView->frame(), {198, 132, 64, 64}},
-        {title.frame(), {20, 96, 420, 26}},     {status.frame(), {24, 44, 412, 44}},
-        {made.bar->frame(), {60, 20, 340, 20}},
-    };
-    for (const auto& [frame, expected] : frames) EXPECT_EQ(frame, expected);
-    EXPECT_EQ(made.imageView->image, made.icon);
-    EXPECT_EQ(made.imageView->scaling, ImageScaling::ProportionallyUpOrDown);
+    EXPECT_EQ((std::vector{made.view->frame(), made.imageView->frame(), title.frame(), status.frame(), made.bar->frame()}),
+              (std::vector<Rect>{{0, 0, 460, 220}, {198, 132, 64, 64}, {20, 96, 420, 26}, {24, 44, 412, 44}, {60, 20, 340, 20}}));
+    EXPECT_EQ(std::tuple(made.imageView->image, made.imageView->scaling),
+              std::tuple(made.icon, ImageScaling::ProportionallyUpOrDown));
     EXPECT_EQ(std::tuple(title.text, title.font.size, title.font.weight, title.alignment),
               std::tuple("Installing Kelvo", 18, FontWeight::Semibold, TextAlignment::Center));
-    EXPECT_EQ(std::tuple(status.text, status.font.size, status.font.weight, status.color, status.alignment),
-              std::tuple(kCopying, 12, FontWeight::Regular, Color::secondaryLabelColor, TextAlignment::Center));
-    EXPECT_EQ(std::tuple(status.lineBreakMode, status.maximumLines), std::tuple(LineBreakMode::ByWordWrapping, 3));
+    EXPECT_EQ(std::tuple(status.text, status.font.size, status.font.weight, status.color, status.alignment,
+                         status.lineBreakMode, status.maximumLines),
+              std::tuple(kCopying, 12, FontWeight::Regular, Color::secondaryLabelColor, TextAlignment::Center,
+                         LineBreakMode::ByWordWrapping, 3));
     EXPECT_EQ(std::tuple(made.bar->style, made.bar->indeterminate), std::tuple(ProgressIndicatorStyle::Bar, true));
 }
 

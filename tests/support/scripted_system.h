@@ -162,7 +162,7 @@ public:
     }
 
     std::chrono::system_clock::time_point now() override { return std::chrono::system_clock::time_point(elapsed_); }
-    void sleepFor(Seconds interval) override { elapsed_ += std::chrono::round<std::chrono::system_clock::duration>(interval); }
+    void sleepFor(Seconds interval) override { elapsed_ += std::chrono::round<decltype(elapsed_)>(interval); }
 
     std::unique_ptr<platform::AppleScript> scriptWithSource(const std::string& source) override {
         add("script");

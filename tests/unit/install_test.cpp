@@ -42,6 +42,11 @@ TEST(Install, StopsKelvoReplacesTheBundleFallsBackAndChecksTheCopy) {
          [](ScriptedSystem& s) { s.toolAnswers = {platform::ChildProcessResult{2, "", "pgrep: no /proc\n"}}; },
          "exists /R/Kelvo.app, lock /Applications/Kelvo.app, applications 0, unlock /Applications/Kelvo.app",
          "Could not check for running Kelvo processes.\npgrep: no /proc"},
+        {"Kelvo cannot be stopped: the old copy stays",
+         [](ScriptedSystem& s) { s.processes = {{.pid = 7, .application = false, .quitsAfter = {}, .quitsWhenForced = false}}; },
+         "exists /R/Kelvo.app, lock /Applications/Kelvo.app, applications 0, lookup 7, kill 7 15, applications 2, "
+         "lookup 7, kill 7 9, applications 3, unlock /Applications/Kelvo.app",
+         "Could not close the running Kelvo process (PID 7). Quit Kelvo and try again."},
         {"incomplete copy", [](ScriptedSystem& s) { s.copiesAreComplete = false; }, kCopy + kEnd, kIncomplete},
         {"incomplete after the fallback", [](ScriptedSystem& s) { copyFails(s); s.copiesAreComplete = false; },
          kCopy + ", script, execute" + kEnd, kIncomplete},

@@ -12,9 +12,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <sstream>
 #include <deque>
 #include <set>
+#include <sstream>
 
 #include "engine/product_identity.h"
 #include "platform/services.h"

@@ -26,8 +26,7 @@ TEST(Install, StopsKelvoReplacesTheBundleFallsBackAndChecksTheCopy) {
     const struct {
         const char* name;
         void (*setUp)(ScriptedSystem&);
-        std::string events;
-        std::string error;
+        std::string events, error;
     } rows[] = {
         {"fresh install", [](ScriptedSystem&) {}, kCopy + kEnd, ""},
         {"old copy replaced", [](ScriptedSystem& s) { s.paths.insert("/Applications/Kelvo.app"); },
@@ -78,7 +77,7 @@ TEST(Install, StopsKelvoReplacesTheBundleFallsBackAndChecksTheCopy) {
             auto result = engine::Installer({"x"}).install();
             EXPECT_EQ(result ? "" : result.error().localizedDescription(), row.error) << row.name;
         }
-        EXPECT_EQ(system.events({"run"}), row.events) << row.name;
+        EXPECT_EQ(system.events("run"), row.events) << row.name;
     }
 }
 

@@ -26,7 +26,7 @@ struct AppRun {
     // install() runs in the background and hands its outcome to the main queue.
     void install() { system.runBackgroundTasks(); system.runMainTasks(); }
     // What the application did, without the steps of install() itself.
-    std::string events() const { return system.events({"background: "}); }
+    std::string events() const { return system.events("background: "); }
 
     ScriptedSystem system;
     ScriptedToolkit toolkit{system};

@@ -88,8 +88,7 @@ TEST(StopRunningInstances, AsksWaitsForcesWaitsAndGivesUpOnWhatIsLeft) {
     const struct {
         const char* name;
         void (*setUp)(ScriptedSystem&);
-        std::string events;
-        std::string error;
+        std::string events, error;
     } rows[] = {
         {"nothing running", [](ScriptedSystem&) {}, "applications 0", ""},
         {"quit when asked", [](ScriptedSystem& s) { s.processes = {{.pid = 12}, {.pid = 7}}; },
@@ -137,7 +136,7 @@ TEST(StopRunningInstances, AsksWaitsForcesWaitsAndGivesUpOnWhatIsLeft) {
         row.setUp(system);
         platform::ScopedServices scope(system.services());
         auto result = engine::InstallerTestAccess::stopRunningInstances(engine::Installer({"x"}));
-        EXPECT_EQ(system.events({"run"}), row.events) << row.name;
+        EXPECT_EQ(system.events("run"), row.events) << row.name;
         EXPECT_EQ(result ? "" : result.error().localizedDescription(), row.error) << row.name;
     }
 }

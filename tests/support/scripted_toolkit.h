@@ -46,7 +46,7 @@ private:
 
 class ScriptedLabel final : public ScriptedViewOf<ui::Label> {
 public:
-    using ScriptedViewOf::ScriptedViewOf;
+    ScriptedLabel(ScriptedSystem& system, std::string text) : ScriptedViewOf(system), text(std::move(text)) {}
     std::string text;
     ui::Font font;
     std::optional<ui::Color> color;
@@ -90,38 +90,30 @@ class ScriptedToolkit final : public ui::Toolkit, public ui::Application,
 public:
     explicit ScriptedToolkit(ScriptedSystem& system) : system_(system) {}
 
-    std::shared_ptr<ScriptedViewOf<ui::View>> view;
-    std::shared_ptr<ScriptedImageView> imageView;
-    std::vector<std::shared_ptr<ScriptedLabel>> labels;  // in the order made
-    std::shared_ptr<ScriptedBar> bar;
     const std::shared_ptr<ui::Image> icon = std::make_shared<ui::Image>();
     ui::ApplicationDelegate* delegate = nullptr;
     // The window: how it was made (content rectangle, style mask, backing, defer), then what it was
-    // told (its title, "kept" or "released when closed", "centered").
+    // told (its title, "kept" or "released when closed", "centered"), and its content.
     std::string window;
     std::shared_ptr<ui::View> contentView;
 
     ui::Application& sharedApplication() override { return *this; }
-    std::shared_ptr<ui::Window> makeWindow(const ui::Rect& content, unsigned style,
-                                                     ui::BackingStoreType backing, bool defer) override {
+    std::shared_ptr<ui::Window> makeWindow(const ui::Rect& content, unsigned style, ui::BackingStoreType backing,
+                                           bool defer) override {
         window = ::testing::PrintToString(content) + " style " + std::to_string(style) + " backing " +
-                     std::to_string(static_cast<int>(backing)) + (defer ? " deferred" : "");
+                 std::to_string(static_cast<int>(backing)) + (defer ? " deferred" : "");
         return std::shared_ptr<ui::Window>(this, [](ui::Window*) {});
     }
     std::shared_ptr<ui::View> makeView(const ui::Rect& frame) override {
-        return view = std::make_shared<ScriptedViewOf<ui::View>>(system_, frame);
+        return std::make_shared<ScriptedViewOf<ui::View>>(system_, frame);
     }
     std::shared_ptr<ui::ImageView> makeImageView(const ui::Rect& frame) override {
-        return imageView = std::make_shared<ScriptedImageView>(system_, frame);
+        return std::make_shared<ScriptedImageView>(system_, frame);
     }
     std::shared_ptr<ui::Label> labelWithString(const std::string& text) override {
-        labels.push_back(std::make_shared<ScriptedLabel>(system_));
-        labels.back()->text = text;
-        return labels.back();
+        return std::make_shared<ScriptedLabel>(system_, text);
     }
-    std::shared_ptr<ui::ProgressIndicator> makeProgressIndicator() override {
-        return bar = std::make_shared<ScriptedBar>(system_);
-    }
+    std::shared_ptr<ui::ProgressIndicator> makeProgressIndicator() override { return std::make_shared<ScriptedBar>(system_); }
     std::shared_ptr<ui::Alert> makeAlert() override { return std::shared_ptr<ui::Alert>(this, [](auto*) {}); }
 
     void setActivationPolicy(ui::ActivationPolicy) override {}

@@ -36,7 +36,6 @@ TEST(InstallerOptions, ReadsTheCommandLineAsTheInstallerDoes) {
 
 TEST(InstallerPlaces, VolumePathIsTheMountPointTheBundleLiesOn) {
     const std::pair<std::string, std::optional<std::string>> rows[] = {
-        {"/Volumes/Setup/Install.app", "/Volumes/Setup"},
         {"/Volumes/Setup Disk/Extras/Install.app", "/Volumes/Setup Disk"},
         {"/Volumes//Setup/Install.app", "/Volumes/Setup"},
         {"/Volumes/Setup", "/Volumes/Setup"},

@@ -33,10 +33,6 @@ mount --bind "$DITTO" /usr/bin/ditto
 exec "$VOLUME/Install Kelvo.app/Contents/MacOS/Install Kelvo" "$@" >"$LOG" 2>&1
 )";
 
-double monotonicNow() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
-}
-
 // Every entry below `root` with its permissions, size and link target.
 std::string treeListing(const std::string& root) {
     return runCommand("cd " + shellWord(root) + " && find . -printf '%P %M %s %l\\n' | sort").output;
@@ -63,8 +59,9 @@ protected:
                               " DITTO=" + shellWord(folder / "ditto") + " LOG=" + shellWord(log) + " sh -c " +
                               shellWord(kOpenFromDiskImage) + " sh";
         for (const std::string& argument : arguments) command += " " + shellWord(argument);
-        run = std::async(std::launch::async, [command] {
-            return runCommand(command).exitStatus == 0 ? std::optional(monotonicNow()) : std::nullopt;
+        run = std::async(std::launch::async, [command]() -> std::optional<double> {
+            if (runCommand(command).exitStatus != 0) return std::nullopt;
+            return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
         });
     }
     std::optional<double> ended(double seconds) {

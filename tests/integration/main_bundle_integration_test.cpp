@@ -26,8 +26,7 @@ TEST(MainBundle, IsTheAppTheExecutableLiesInAndTheArgumentsAreWhole) {
     const std::string inApp = "bundle=" + app + "\nresources=" + app + "/Contents/Resources\n";
     const struct {
         const char* name;
-        std::string command;
-        std::string output;
+        std::string command, output;
     } rows[] = {
         {"in an app", shellWord(executable) + " --dest '' 'two words'",
          inApp + "argument=" + executable + "\nargument=--dest\nargument=\nargument=two words\n"},

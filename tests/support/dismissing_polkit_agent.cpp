@@ -31,8 +31,7 @@ public:
 QDBusArgument processSubject(quint32 pid) {
     QDBusArgument subject;
     subject.beginStructure();
-    subject << QString("unix-process")
-            << QVariantMap{{"pid", QVariant::fromValue(pid)}, {"start-time", QVariant::fromValue(quint64(0))}};
+    subject << QString("unix-process") << QVariantMap{{"pid", pid}, {"start-time", quint64(0)}};
     subject.endStructure();
     return subject;
 }

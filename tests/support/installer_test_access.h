@@ -10,10 +10,6 @@ struct InstallerTestAccess {
         return installer.runningKelvoProcessIdentifiers();
     }
     static auto stopRunningInstances(const Installer& installer) { return installer.stopRunningInstances(); }
-    static auto runPrivilegedInstall(const Installer& installer, const std::string& source,
-                                     const std::string& destination, const platform::Error& plainCopyError) {
-        return installer.runPrivilegedInstall(source, destination, plainCopyError);
-    }
 };
 
 }  // namespace engine

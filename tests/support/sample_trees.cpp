@@ -68,7 +68,8 @@ std::string describe(const std::string& path) {
     if (!S_ISLNK(status.st_mode)) text += " mode " + std::to_string(status.st_mode & 07777);
     text += " owner " + std::to_string(status.st_uid) + ":" + std::to_string(status.st_gid);
     if (S_ISREG(status.st_mode)) {
-        text += " size " + std::to_string(status.st_size) + " digest " + std::to_string(std::hash<std::string>{}(readFile(path)));
+        text += " size " + std::to_string(status.st_size) + " digest " + std::to_string(std::hash<std::string>{}(readFile(path))) +
+                " names " + std::to_string(status.st_nlink);
         if (status.st_blocks * 512 < status.st_size) text += " sparse";
     }
     text += " mtime " + std::to_string(status.st_mtim.tv_sec) + "." + std::to_string(status.st_mtim.tv_nsec);
@@ -117,16 +118,8 @@ std::string snapshotTree(const std::string& root) {
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
         items[entry.path().lexically_relative(root).string()] = describe(entry.path());
     }
-    std::map<std::pair<dev_t, ino_t>, std::string> firstNames;
     std::string text;
-    for (const auto& [relative, description] : items) {
-        text += relative + ": " + description;
-        struct stat status{};
-        if (lstat((root + "/" + relative).c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink > 1) {
-            text += " same file as " + firstNames.try_emplace({status.st_dev, status.st_ino}, relative).first->second;
-        }
-        text += "\n";
-    }
+    for (const auto& [relative, description] : items) text += relative + ": " + description + "\n";
     return text;
 }
 

@@ -15,8 +15,8 @@ namespace testing_support {
 void makeSampleBundle(const std::string& path, std::size_t largeFileSize = 1 << 20);
 
 // Every item below `root` (the root itself as "."), one line each by relative path: its kind, link
-// target, permission bits, owner, size, contents digest, whether it is sparse, which names are the
-// same file, extended attributes and modification time. Made with std::filesystem and l* system
+// target, permission bits, owner, size, contents digest, number of names (hard links), whether it is
+// sparse, extended attributes and modification time. Made with std::filesystem and l* system
 // calls, never with the code under test.
 std::string snapshotTree(const std::string& root);
 

@@ -4,17 +4,17 @@
 // made, so that a test can check both an outcome and the steps that led to it.
 //
 // Log entries: "applications <seconds elapsed>", "lookup|terminate|forceTerminate <pid>",
-// "run <program> <arguments…>", "kill <pid> <signal>", "probe <pid>" (signal 0),
-// "sleep <seconds>", "exists|remove|lock|unlock <path>", "copy <from> <to>", "script", "execute",
+// "run <program> <arguments…>", "kill <pid> <signal>" (not signal 0, which only probes),
+// "exists|remove|lock|unlock <path>", "copy <from> <to>", "script", "execute",
 // "open <path> [<arguments…>] activated", "main", "after <seconds>", "background". While a
 // background task runs, entries begin with "background: ". The scripted toolkit adds its own.
 #pragma once
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <deque>
 #include <set>
+#include <sstream>
 
 #include "engine/product_identity.h"
 #include "platform/services.h"
@@ -44,9 +44,9 @@ class ScriptedSystem final : public platform::ProcessInfo, public platform::Main
 public:
     using ToolAnswer = platform::Expected<platform::ChildProcessResult, platform::Error>;
 
-    // By default the installer runs from its disk image, carries Kelvo.app and finds nothing running.
+    // By default the installer (process 100) runs from its disk image, carries Kelvo.app and finds
+    // nothing running.
     std::vector<std::string> commandLine = {"/Volumes/Kelvo/Install Kelvo.app/Contents/MacOS/Install Kelvo"};
-    std::int32_t ownProcessIdentifier = 100;
     std::uint32_t userId = 501;
     std::string bundle = "/Volumes/Kelvo/Install Kelvo.app";
     std::optional<std::string> resources = bundle + "/Contents/Resources";
@@ -55,14 +55,13 @@ public:
     std::optional<std::string> workingDirectory = "/Users/me";
     std::optional<std::string> removalError;  // what removeItem fails with
     std::optional<std::string> copyError;     // what copyItem fails with
-    bool copiesAreComplete = true;            // a copy holds Contents/Info.plist
+    bool copiesAreComplete = true;            // a copy (the plain one or a script's) holds Contents/Info.plist
 
     std::vector<ScriptedProcess> processes;  // in the platform's order
     std::deque<ToolAnswer> toolAnswers;      // pgrep's next answers; then it answers from `processes`
 
     bool refusesScripts = false;                                // scriptWithSource gives none
     std::optional<platform::AppleScriptErrorInfo> scriptError;  // what running a script reports
-    std::string scriptInstalls = "/Applications/Kelvo.app/Contents/Info.plist";  // made by a script that succeeds
     std::vector<std::string> scriptSources;
 
     std::function<void(std::optional<platform::Error>)> openHandler;  // the workspace's pending answer
@@ -73,12 +72,11 @@ public:
 
     void add(const std::string& entry) { log.push_back((inBackground_ ? "background: " : "") + entry); }
 
-    // The log joined with ", ", without the entries that begin with one of `skipped`.
-    std::string events(std::initializer_list<std::string_view> skipped = {}) const {
+    // The log joined with ", ", without the entries that begin with `skipped`, if given.
+    std::string events(std::string_view skipped = {}) const {
         std::string joined;
         for (const std::string& entry : log) {
-            auto skip = [&](std::string_view prefix) { return entry.starts_with(prefix); };
-            if (std::none_of(skipped.begin(), skipped.end(), skip)) joined += (joined.empty() ? "" : ", ") + entry;
+            if (skipped.empty() || !entry.starts_with(skipped)) joined += (joined.empty() ? "" : ", ") + entry;
         }
         return joined;
     }
@@ -92,22 +90,15 @@ public:
         inBackground_ = false;
     }
     void runMainTasks() { runAll(main_); }
-    void runDelayedTasks() { runAll(delayed_); }
 
     std::vector<std::string> arguments() override { return commandLine; }
-    std::int32_t processIdentifier() override { return ownProcessIdentifier; }
+    std::int32_t processIdentifier() override { return 100; }
     std::uint32_t effectiveUserId() override { return userId; }
 
     std::string bundlePath() override { return bundle; }
-    std::optional<platform::FileURL> resourceURL() override {
-        if (!resources) return std::nullopt;
-        return platform::FileURL::fileURLWithPath(*resources);
-    }
+    std::optional<platform::FileURL> resourceURL() override { return url(resources); }
 
-    bool fileExistsAtPath(const std::string& path) override {
-        add("exists " + path);
-        return paths.count(path) > 0;
-    }
+    bool fileExistsAtPath(const std::string& path) override { add("exists " + path); return paths.contains(path); }
     std::optional<std::string> currentDirectoryPath() override { return workingDirectory; }
     std::optional<platform::Error> removeItem(const platform::FileURL& url) override {
         add("remove " + url.path());
@@ -151,11 +142,7 @@ public:
 
     ToolAnswer run(const std::string& program, const std::vector<std::string>& arguments) override {
         add("run " + program + " " + joined(arguments, " "));
-        if (!toolAnswers.empty()) {
-            ToolAnswer answer = std::move(toolAnswers.front());
-            toolAnswers.pop_front();
-            return answer;
-        }
+        if (!toolAnswers.empty()) return taken(toolAnswers);
         std::string output;
         for (const ScriptedProcess& process : processes) {
             if (process.listedByTool && isRunning(process.pid)) output += std::to_string(process.pid) + "\n";
@@ -164,8 +151,7 @@ public:
     }
 
     int kill(std::int32_t pid, int signal) override {
-        add(signal == 0 ? "probe " + std::to_string(pid)
-                        : "kill " + std::to_string(pid) + " " + std::to_string(signal));
+        if (signal != 0) add("kill " + std::to_string(pid) + " " + std::to_string(signal));
         if (!isRunning(pid)) return ESRCH;
         ScriptedProcess& process = *find(pid);
         if (process.signalError != 0) return process.signalError;
@@ -175,30 +161,21 @@ public:
     }
 
     std::chrono::system_clock::time_point now() override { return std::chrono::system_clock::time_point(elapsed_); }
-    void sleepFor(Seconds interval) override {
-        add("sleep " + seconds(interval.count()));
-        elapsed_ += std::chrono::round<std::chrono::system_clock::duration>(interval);
-    }
+    void sleepFor(Seconds interval) override { elapsed_ += std::chrono::round<decltype(elapsed_)>(interval); }
 
     std::unique_ptr<platform::AppleScript> scriptWithSource(const std::string& source) override {
         add("script");
         scriptSources.push_back(source);
-        if (refusesScripts) return nullptr;
-        return std::make_unique<Script>(*this);
+        return refusesScripts ? nullptr : std::make_unique<Script>(*this);
     }
 
-    void mainAsync(Task task) override {
-        add("main");
-        main_.push_back(std::move(task));
-    }
+    void mainAsync(Task task) override { add("main"); main_.push_back(std::move(task)); }
+    // Run with the main queue's tasks: the log shows the delay.
     void mainAsyncAfter(std::chrono::duration<double> delay, Task task) override {
         add("after " + seconds(delay.count()));
-        delayed_.push_back(std::move(task));
+        main_.push_back(std::move(task));
     }
-    void globalUserInitiatedAsync(Task task) override {
-        add("background");
-        background_.push_back(std::move(task));
-    }
+    void globalUserInitiatedAsync(Task task) override { add("background"); background_.push_back(std::move(task)); }
 
 private:
     class Handle final : public platform::RunningApplication {
@@ -207,10 +184,7 @@ private:
         std::int32_t processIdentifier() const override { return pid_; }
         bool isTerminated() const override { return !system_.isRunning(pid_); }
         std::optional<std::string> bundleIdentifier() const override { return process().bundleIdentifier; }
-        std::optional<platform::FileURL> executableURL() const override {
-            if (!process().executable) return std::nullopt;
-            return platform::FileURL::fileURLWithPath(*process().executable);
-        }
+        std::optional<platform::FileURL> executableURL() const override { return url(process().executable); }
         bool terminate() override {
             system_.add("terminate " + std::to_string(pid_));
             if (process().refusesTerminate) return false;
@@ -240,28 +214,30 @@ private:
         explicit Script(ScriptedSystem& system) : system(system) {}
         std::optional<platform::AppleScriptErrorInfo> execute() override {
             system.add("execute");
-            if (!system.scriptError) system.paths.insert(system.scriptInstalls);
+            // A script that succeeds installs into the default destination.
+            if (!system.scriptError && system.copiesAreComplete) system.paths.insert("/Applications/Kelvo.app/Contents/Info.plist");
             return system.scriptError;
         }
         ScriptedSystem& system;
     };
 
-    static std::string seconds(double value) {
-        char text[32];
-        std::snprintf(text, sizeof text, "%g", value);
-        return text;
+    static std::string seconds(double value) { return (std::ostringstream() << value).str(); }
+    static std::optional<platform::FileURL> url(const std::optional<std::string>& path) {
+        return path ? std::optional(platform::FileURL::fileURLWithPath(*path)) : std::nullopt;
     }
     static std::string joined(const std::vector<std::string>& pieces, const std::string& separator) {
         std::string text;
         for (const std::string& piece : pieces) text += (text.empty() ? "" : separator) + piece;
         return text;
     }
+    template <class Item>
+    static Item taken(std::deque<Item>& queue) {
+        Item first = std::move(queue.front());
+        queue.pop_front();
+        return first;
+    }
     static void runAll(std::deque<Task>& queue) {
-        while (!queue.empty()) {
-            Task task = std::move(queue.front());
-            queue.pop_front();
-            task();
-        }
+        while (!queue.empty()) taken(queue)();
     }
 
     ScriptedProcess* find(std::int32_t pid) {
@@ -281,7 +257,7 @@ private:
 
     std::chrono::system_clock::duration elapsed_{};
     bool inBackground_ = false;
-    std::deque<Task> main_, background_, delayed_;
+    std::deque<Task> main_, background_;
 };
 
 }  // namespace testing_support

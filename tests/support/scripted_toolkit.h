@@ -2,8 +2,10 @@
 // the application, the one window and the alert; the views it makes keep what they are told. All
 // of them keep their state for the test to read, and the calls whose order matters go into the
 // scripted system's log: "window shown", "activated", "text <status>", "bar start", "bar stop",
-// "alert" (run modally; the user presses its first button at once), "terminate", "reply <bool>".
-// A call made while a background task runs fails the test: the window belongs to the main thread.
+// "alert <message>: <informative text> (<style>) [<button>…]" (run modally; the user presses its
+// first button at once), "terminate" (or "terminate later", when the delegate defers it),
+// "reply <bool>". A call made while a background task runs fails the test: the window belongs to
+// the main thread.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,12 +14,12 @@
 #include "support/scripted_system.h"
 
 namespace platform::ui {
-inline void PrintTo(const Rect& r, std::ostream* out) {
-    *out << r.x << "," << r.y << " " << r.width << "x" << r.height;
-}
+inline void PrintTo(const Rect& r, std::ostream* o) { *o << r.x << "," << r.y << " " << r.width << "x" << r.height; }
 }  // namespace platform::ui
 
 namespace testing_support {
+
+namespace ui = platform::ui;
 
 inline void noteOnMainThread(ScriptedSystem& system, const std::string& entry) {
     if (system.inBackground()) ADD_FAILURE() << "the window was touched off the main thread: " << entry;
@@ -27,152 +29,129 @@ inline void noteOnMainThread(ScriptedSystem& system, const std::string& entry) {
 template <class Interface>
 class ScriptedViewOf : public Interface {
 public:
-    explicit ScriptedViewOf(ScriptedSystem& system) : system_(system) {}
-    platform::ui::Rect frame() const override { return frame_; }
-    void setFrame(const platform::ui::Rect& frame) override { frame_ = frame; }
-    void addSubview(std::shared_ptr<platform::ui::View> view) override { subviews.push_back(std::move(view)); }
+    explicit ScriptedViewOf(ScriptedSystem& system, ui::Rect frame = {}) : system_(system), frame_(frame) {}
+    ui::Rect frame() const override { return frame_; }
+    void setFrame(const ui::Rect& frame) override { frame_ = frame; }
+    void addSubview(std::shared_ptr<ui::View> view) override { subviews.push_back(std::move(view)); }
 
-    std::vector<std::shared_ptr<platform::ui::View>> subviews;
+    std::vector<std::shared_ptr<ui::View>> subviews;
 
 protected:
     void note(const std::string& entry) { noteOnMainThread(system_, entry); }
 
 private:
     ScriptedSystem& system_;
-    platform::ui::Rect frame_;
+    ui::Rect frame_;
 };
 
-class ScriptedLabel final : public ScriptedViewOf<platform::ui::Label> {
+class ScriptedLabel final : public ScriptedViewOf<ui::Label> {
 public:
-    using ScriptedViewOf::ScriptedViewOf;
+    ScriptedLabel(ScriptedSystem& system, std::string text) : ScriptedViewOf(system), text(std::move(text)) {}
     std::string text;
-    platform::ui::Font font;
-    std::optional<platform::ui::Color> color;
-    std::optional<platform::ui::TextAlignment> alignment;
-    std::optional<platform::ui::LineBreakMode> lineBreakMode;
+    ui::Font font;
+    std::optional<ui::Color> color;
+    std::optional<ui::TextAlignment> alignment;
+    std::optional<ui::LineBreakMode> lineBreakMode;
     int maximumLines = 0;
 
     std::string stringValue() const override { return text; }
     void setStringValue(const std::string& value) override { note("text " + (text = value)); }
-    void setFont(const platform::ui::Font& value) override { font = value; }
-    void setTextColor(platform::ui::Color value) override { color = value; }
-    void setAlignment(platform::ui::TextAlignment value) override { alignment = value; }
-    void setLineBreakMode(platform::ui::LineBreakMode value) override { lineBreakMode = value; }
+    void setFont(const ui::Font& value) override { font = value; }
+    void setTextColor(ui::Color value) override { color = value; }
+    void setAlignment(ui::TextAlignment value) override { alignment = value; }
+    void setLineBreakMode(ui::LineBreakMode value) override { lineBreakMode = value; }
     void setMaximumNumberOfLines(int value) override { maximumLines = value; }
 };
 
-class ScriptedImageView final : public ScriptedViewOf<platform::ui::ImageView> {
+class ScriptedImageView final : public ScriptedViewOf<ui::ImageView> {
 public:
     using ScriptedViewOf::ScriptedViewOf;
-    std::shared_ptr<platform::ui::Image> image;
-    std::optional<platform::ui::ImageScaling> scaling;
+    std::shared_ptr<ui::Image> image;
+    std::optional<ui::ImageScaling> scaling;
 
-    void setImage(std::shared_ptr<platform::ui::Image> value) override { image = std::move(value); }
-    void setImageScaling(platform::ui::ImageScaling value) override { scaling = value; }
+    void setImage(std::shared_ptr<ui::Image> value) override { image = std::move(value); }
+    void setImageScaling(ui::ImageScaling value) override { scaling = value; }
 };
 
-class ScriptedBar final : public ScriptedViewOf<platform::ui::ProgressIndicator> {
+class ScriptedBar final : public ScriptedViewOf<ui::ProgressIndicator> {
 public:
     using ScriptedViewOf::ScriptedViewOf;
-    std::optional<platform::ui::ProgressIndicatorStyle> style;
+    std::optional<ui::ProgressIndicatorStyle> style;
     bool indeterminate = false;
-    bool animating = false;
 
-    void setStyle(platform::ui::ProgressIndicatorStyle value) override { style = value; }
+    void setStyle(ui::ProgressIndicatorStyle value) override { style = value; }
     void setIndeterminate(bool value) override { indeterminate = value; }
-    void startAnimation() override { note("bar start"); animating = true; }
-    void stopAnimation() override { note("bar stop"); animating = false; }
+    void startAnimation() override { note("bar start"); }
+    void stopAnimation() override { note("bar stop"); }
 };
 
-class ScriptedToolkit final : public platform::ui::Toolkit, public platform::ui::Application,
-                              public platform::ui::Window, public platform::ui::Alert {
+class ScriptedToolkit final : public ui::Toolkit, public ui::Application,
+                              public ui::Window, public ui::Alert {
 public:
     explicit ScriptedToolkit(ScriptedSystem& system) : system_(system) {}
 
-    std::shared_ptr<ScriptedViewOf<platform::ui::View>> view;
-    std::shared_ptr<ScriptedImageView> imageView;
-    std::vector<std::shared_ptr<ScriptedLabel>> labels;  // in the order made
-    std::shared_ptr<ScriptedBar> bar;
-    const std::shared_ptr<platform::ui::Image> icon = std::make_shared<platform::ui::Image>();
-    platform::ui::ApplicationDelegate* delegate = nullptr;
-    bool terminated = false;
+    const std::shared_ptr<ui::Image> icon = std::make_shared<ui::Image>();
+    ui::ApplicationDelegate* delegate = nullptr;
+    // The window: how it was made (content rectangle, style mask, backing, defer), then what it was
+    // told (its title, "kept" or "released when closed", "centered"), and its content.
+    std::string window;
+    std::shared_ptr<ui::View> contentView;
 
-    // The window: how it was made (content rectangle, style mask, backing, defer) and what it was told.
-    std::string windowMade;
-    std::string title;
-    std::optional<bool> releasedWhenClosed;
-    bool centered = false;
-    std::shared_ptr<platform::ui::View> contentView;
+    ui::Application& sharedApplication() override { return *this; }
+    std::shared_ptr<ui::Window> makeWindow(const ui::Rect& content, unsigned style, ui::BackingStoreType backing,
+                                           bool defer) override {
+        window = ::testing::PrintToString(content) + " style " + std::to_string(style) + " backing " +
+                 std::to_string(static_cast<int>(backing)) + (defer ? " deferred" : "");
+        return std::shared_ptr<ui::Window>(this, [](ui::Window*) {});
+    }
+    std::shared_ptr<ui::View> makeView(const ui::Rect& frame) override {
+        return std::make_shared<ScriptedViewOf<ui::View>>(system_, frame);
+    }
+    std::shared_ptr<ui::ImageView> makeImageView(const ui::Rect& frame) override {
+        return std::make_shared<ScriptedImageView>(system_, frame);
+    }
+    std::shared_ptr<ui::Label> labelWithString(const std::string& text) override {
+        return std::make_shared<ScriptedLabel>(system_, text);
+    }
+    std::shared_ptr<ui::ProgressIndicator> makeProgressIndicator() override { return std::make_shared<ScriptedBar>(system_); }
+    std::shared_ptr<ui::Alert> makeAlert() override { return std::shared_ptr<ui::Alert>(this, [](auto*) {}); }
 
-    // The alert.
-    std::string messageText;
-    std::string informativeText;
-    std::optional<platform::ui::AlertStyle> alertStyle;
-    std::vector<std::string> buttons;
-
-    platform::ui::Application& sharedApplication() override { return *this; }
-    std::shared_ptr<platform::ui::Window> makeWindow(const platform::ui::Rect& content, unsigned style,
-                                                     platform::ui::BackingStoreType backing, bool defer) override {
-        windowMade = ::testing::PrintToString(content) + " style " + std::to_string(style) + " backing " +
-                     std::to_string(static_cast<int>(backing)) + (defer ? " deferred" : "");
-        return std::shared_ptr<platform::ui::Window>(this, [](platform::ui::Window*) {});
-    }
-    std::shared_ptr<platform::ui::View> makeView(const platform::ui::Rect& frame) override {
-        view = std::make_shared<ScriptedViewOf<platform::ui::View>>(system_);
-        view->setFrame(frame);
-        return view;
-    }
-    std::shared_ptr<platform::ui::ImageView> makeImageView(const platform::ui::Rect& frame) override {
-        imageView = std::make_shared<ScriptedImageView>(system_);
-        imageView->setFrame(frame);
-        return imageView;
-    }
-    std::shared_ptr<platform::ui::Label> labelWithString(const std::string& text) override {
-        labels.push_back(std::make_shared<ScriptedLabel>(system_));
-        labels.back()->text = text;
-        return labels.back();
-    }
-    std::shared_ptr<platform::ui::ProgressIndicator> makeProgressIndicator() override {
-        return bar = std::make_shared<ScriptedBar>(system_);
-    }
-    std::shared_ptr<platform::ui::Alert> makeAlert() override {
-        return std::shared_ptr<platform::ui::Alert>(this, [](platform::ui::Alert*) {});
-    }
-
-    void setActivationPolicy(platform::ui::ActivationPolicy) override {}
-    void setDelegate(platform::ui::ApplicationDelegate* value) override { delegate = value; }
+    void setActivationPolicy(ui::ActivationPolicy) override {}
+    void setDelegate(ui::ApplicationDelegate* value) override { delegate = value; }
     void run() override {}
     // Asks the delegate first, as the platform does.
     void terminate() override {
-        noteOnMainThread(system_, "terminate");
-        terminated = delegate->applicationShouldTerminate(*this) == platform::ui::TerminateReply::TerminateNow;
+        bool later = delegate->applicationShouldTerminate(*this) == ui::TerminateReply::TerminateLater;
+        noteOnMainThread(system_, later ? "terminate later" : "terminate");
     }
     void replyToApplicationShouldTerminate(bool value) override {
         noteOnMainThread(system_, value ? "reply true" : "reply false");
-        terminated = value;
     }
     void activateIgnoringOtherApps(bool value) override {
         noteOnMainThread(system_, value ? "activated" : "activated unless another app is active");
     }
-    std::shared_ptr<platform::ui::Image> applicationIconImage() override { return icon; }
+    std::shared_ptr<ui::Image> applicationIconImage() override { return icon; }
 
-    void setTitle(const std::string& value) override { title = value; }
-    void setReleasedWhenClosed(bool value) override { releasedWhenClosed = value; }
-    void center() override { centered = true; }
-    void setContentView(std::shared_ptr<platform::ui::View> value) override { contentView = std::move(value); }
+    void setTitle(const std::string& value) override { window += ", title " + value; }
+    void setReleasedWhenClosed(bool value) override { window += value ? ", released when closed" : ", kept"; }
+    void center() override { window += ", centered"; }
+    void setContentView(std::shared_ptr<ui::View> value) override { contentView = std::move(value); }
     void makeKeyAndOrderFront() override { noteOnMainThread(system_, "window shown"); }
 
-    void setMessageText(const std::string& text) override { messageText = text; }
-    void setInformativeText(const std::string& text) override { informativeText = text; }
-    void setAlertStyle(platform::ui::AlertStyle value) override { alertStyle = value; }
-    void addButtonWithTitle(const std::string& value) override { buttons.push_back(value); }
-    platform::ui::ModalResponse runModal() override {
-        noteOnMainThread(system_, "alert");
-        return platform::ui::kAlertFirstButtonReturn;
+    void setMessageText(const std::string& text) override { alert_ += text; }
+    void setInformativeText(const std::string& text) override { alert_ += ": " + text; }
+    void setAlertStyle(ui::AlertStyle style) override {
+        alert_ += style == ui::AlertStyle::Warning ? " (warning)" : " (another style)";
+    }
+    void addButtonWithTitle(const std::string& value) override { alert_ += " [" + value + "]"; }
+    ui::ModalResponse runModal() override {
+        noteOnMainThread(system_, "alert " + alert_);
+        return ui::kAlertFirstButtonReturn;  // the user presses the first button at once
     }
 
 private:
     ScriptedSystem& system_;
+    std::string alert_;
 };
 
 }  // namespace testing_support

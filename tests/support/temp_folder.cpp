@@ -1,14 +1,32 @@
 #include "support/temp_folder.h"
 
 #include <stdlib.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <vector>
 
 namespace testing_support {
+namespace {
+
+// The mount points below `root` (a test's tmpfs or FUSE mounts), deepest first.
+std::vector<std::string> mountsBelow(const std::string& root) {
+    std::ifstream table("/proc/self/mountinfo");
+    std::vector<std::string> found;
+    for (std::string id, parent, device, mountedFrom, mountPoint, rest;
+         table >> id >> parent >> device >> mountedFrom >> mountPoint && std::getline(table, rest);) {
+        if (mountPoint.starts_with(root + "/")) found.push_back(mountPoint);
+    }
+    std::sort(found.rbegin(), found.rend());
+    return found;
+}
+
+}  // namespace
 
 TempFolder::TempFolder() {
     std::string pattern = (std::filesystem::temp_directory_path() / "kelvo-test-XXXXXX").string();
@@ -17,6 +35,8 @@ TempFolder::TempFolder() {
 }
 
 TempFolder::~TempFolder() {
+    // A folder with a file system mounted on it cannot be removed, nor can anything above it.
+    for (const std::string& mountPoint : mountsBelow(path_)) umount2(mountPoint.c_str(), MNT_DETACH);
     std::error_code ignored;
     // Read-only folders are made writable again, so that everything can go.
     for (auto it = std::filesystem::recursive_directory_iterator(path_, ignored);

@@ -18,8 +18,6 @@ public:
     // Starts Xvfb with one 1280 x 800 screen and waits until it accepts clients.
     VirtualDisplay();
     ~VirtualDisplay();
-    VirtualDisplay(const VirtualDisplay&) = delete;
-    VirtualDisplay& operator=(const VirtualDisplay&) = delete;
 
     bool started() const { return !name_.empty(); }
     // The display name, such as ":12".

@@ -5,6 +5,8 @@
 #import <AppKit/AppKit.h>
 #include <dispatch/dispatch.h>
 
+#include <string>
+
 int main() {
     @autoreleasepool {
 #if MISTAKE == 1  // expect: undeclared selector 'applicationShouldTerminateAfterLastWindowClosed'
@@ -52,6 +54,18 @@ int main() {
 #if MISTAKE == 8  // expect: 'dispatch_release' is unavailable: not available in automatic reference counting mode
         dispatch_release(main);
 #endif
+        const std::string title = "Install Kelvo";
+#if MISTAKE == 9  // expect: no viable conversion from 'const std::string'
+        window.title = title;
+#else
+        window.title = [[NSString alloc] initWithBytes:title.data() length:title.size() encoding:NSUTF8StringEncoding] ?: @"";
+#endif
+#if MISTAKE == 10  // expect: requires a bridged cast
+        CFIndex length = CFStringGetLength((CFStringRef)window.title);
+#else
+        CFIndex length = CFStringGetLength((__bridge CFStringRef)window.title);
+#endif
+        (void)length;
         [NSApp run];
     }
     return 0;

@@ -1,11 +1,9 @@
 // The one install of the process and how the application ends after it.
 //
-// Closing the window while install() runs does not end the process at once: the application
-// stays up (windowless) until install() has returned, then ends without showing the outcome. An
-// install cut off half-way would leave a partly copied or partly removed Kelvo.app behind, or
-// leave the administrator's copy running with nobody to report it; waiting costs the user only
-// the rest of a copy already under way. Once install() has returned, closing ends the
-// application at once.
+// Closing the window ends the application at once, also while install() runs: the delegate never
+// holds up a termination, so the user, a logout or a shutdown is never kept waiting by a windowless
+// installer. A copy cut short that way leaves a partial Kelvo.app, which the next run replaces,
+// since it removes whatever is at the destination before it copies.
 #include "installer_app_delegate.h"
 
 #include "platform/services.h"
@@ -33,33 +31,15 @@ void InstallerAppDelegate::applicationDidFinishLaunching() {
 }
 
 void InstallerAppDelegate::runInstall() {
-    installRunning_ = true;
     platform::dispatch().globalUserInitiatedAsync(
         [self = shared_from_this(), installer = installer_, install = engine_.install] {
             auto outcome = install(installer);
             if (outcome) {
-                platform::dispatch().mainAsync([self] {
-                    if (!self->installDidReturn()) self->installDidSucceed();
-                });
+                platform::dispatch().mainAsync([self] { self->installDidSucceed(); });
             } else {
-                platform::dispatch().mainAsync([self, error = std::move(outcome).error()] {
-                    if (!self->installDidReturn()) self->fail(error);
-                });
+                platform::dispatch().mainAsync([self, error = std::move(outcome).error()] { self->fail(error); });
             }
         });
-}
-
-bool InstallerAppDelegate::installDidReturn() {
-    installRunning_ = false;
-    if (!terminationWaitsForInstall_) return false;
-    platform::ui::toolkit().sharedApplication().replyToApplicationShouldTerminate(true);
-    return true;
-}
-
-platform::ui::TerminateReply InstallerAppDelegate::applicationShouldTerminate(platform::ui::Application&) {
-    if (!installRunning_) return platform::ui::TerminateReply::TerminateNow;
-    terminationWaitsForInstall_ = true;
-    return platform::ui::TerminateReply::TerminateLater;
 }
 
 void InstallerAppDelegate::installDidSucceed() {

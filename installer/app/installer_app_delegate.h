@@ -33,11 +33,8 @@ public:
     // Shows the window, brings the application to the front and starts the install.
     void applicationDidFinishLaunching() override;
 
-    // Always true: closing the window ends the application.
+    // Always true: closing the window ends the application, at once, whatever the install is doing.
     bool applicationShouldTerminateAfterLastWindowClosed(platform::ui::Application&) override;
-
-    // Later while the install runs, so a copy is never cut off half-way; now otherwise.
-    platform::ui::TerminateReply applicationShouldTerminate(platform::ui::Application&) override;
 
 private:
     void buildWindow();
@@ -45,18 +42,12 @@ private:
     void installDidSucceed();
     void fail(const platform::LocalizedError& error);
 
-    // Called on the main thread when install() has returned, before its outcome is shown. True
-    // when the application was waiting for this to end and is now ending.
-    bool installDidReturn();
-
     std::shared_ptr<platform::ui::Window> window_;
     const std::shared_ptr<platform::ui::Label> statusLabel_;
     const std::shared_ptr<platform::ui::ProgressIndicator> progress_;
     const engine::Installer installer_;
 
     const EngineOperations engine_;
-    bool installRunning_ = false;
-    bool terminationWaitsForInstall_ = false;
 };
 
 }  // namespace installer_app

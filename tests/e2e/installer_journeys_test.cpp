@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <future>
+#include <thread>
 
 #include "support/command.h"
 #include "support/isolation.h"
@@ -23,13 +24,24 @@ using namespace std::chrono_literals;
 const std::string kVolume = "/Volumes/" KELVO_VOLUME_NAME;
 const std::string kEmbedded = kVolume + "/Install Kelvo.app/Contents/Resources/Kelvo.app";
 
-// Run by /bin/sh in the test's own mount namespace: the image on a scratch /Volumes, the wrapper
-// over /usr/bin/ditto, then the installer.
+// Run by /bin/sh in the test's own mount namespace: the image on a scratch /Volumes and the wrapper
+// over /usr/bin/ditto (both once per test), then the installer. With STALL set, a file system whose
+// server never answers lies over that folder of the volume, so a copy that reaches it stops there
+// for as long as the process whose pid goes to STALL_HOLDER holds the server's end.
 constexpr const char* kOpenFromDiskImage = R"(set -e
-mount -t tmpfs -o size=1m volumes /Volumes
-mkdir "$VOLUME"
-mount -o loop,ro "$IMAGE" "$VOLUME"
-mount --bind "$DITTO" /usr/bin/ditto
+if ! mountpoint -q "$VOLUME"; then
+  mount -t tmpfs -o size=1m volumes /Volumes
+  mkdir "$VOLUME"
+  mount -o loop,ro "$IMAGE" "$VOLUME"
+  mount --bind "$DITTO" /usr/bin/ditto
+fi
+if [ -n "$STALL" ]; then
+  exec 3<>/dev/fuse
+  mount -i -t fuse.stalled -o fd=3,rootmode=40000,user_id=0,group_id=0 stalled "$VOLUME/$STALL"
+  sleep 600 </dev/null >/dev/null 2>&1 &
+  echo $! >"$STALL_HOLDER"
+  exec 3>&-
+fi
 exec "$VOLUME/Install Kelvo.app/Contents/MacOS/Install Kelvo" "$@" >"$LOG" 2>&1
 )";
 
@@ -50,14 +62,31 @@ protected:
         writeFile(folder / "ditto",
                   "#!/bin/sh\necho \"$*\" >>" + shellWord(fallbacks) + "\nexec " + shellWord(DITTO_PROGRAM) + " \"$@\"\n", 0755);
     }
-    void TearDown() override { runCommand("pkill -KILL -f 'Install Kelvo.app/Contents/MacOS'"); }
+    void TearDown() override {
+        runCommand("pkill -KILL -f 'Install Kelvo.app/Contents/MacOS'");
+        releaseStall();
+    }
+
+    // Ends the stalled file system's server, so that nothing waits on it any more, and takes it away.
+    void releaseStall() {
+        std::string holder = readFile(folder / "holder");
+        if (holder.empty()) return;
+        runCommand("kill -KILL " + holder.substr(0, holder.find('\n')) + " && umount -l " +
+                   shellWord(kVolume + "/" + kStalledFolder));
+        std::filesystem::remove(folder / "holder");
+    }
+
+    // The folder of the volume where a copy of Kelvo.app is made to stop.
+    static constexpr const char* kStalledFolder = "Install Kelvo.app/Contents/Resources/Kelvo.app/Contents/MacOS";
 
     // Opens the installer from its disk image; `run` then holds the time it ended, if with status 0.
-    void start(const std::vector<std::string>& arguments) {
+    // `stalled` names a folder of the volume where a copy stops (see kOpenFromDiskImage).
+    void start(const std::vector<std::string>& arguments, const std::string& stalled = "") {
         std::string command = "DISPLAY=" + display.name() + " KELVO_LAUNCH_RECORD=" + shellWord(record) +
                               " IMAGE=" + shellWord(KELVO_DISK_IMAGE) + " VOLUME=" + shellWord(kVolume) +
-                              " DITTO=" + shellWord(folder / "ditto") + " LOG=" + shellWord(log) + " sh -c " +
-                              shellWord(kOpenFromDiskImage) + " sh";
+                              " DITTO=" + shellWord(folder / "ditto") + " LOG=" + shellWord(log) +
+                              " STALL=" + shellWord(stalled) + " STALL_HOLDER=" + shellWord(folder / "holder") +
+                              " sh -c " + shellWord(kOpenFromDiskImage) + " sh";
         for (const std::string& argument : arguments) command += " " + shellWord(argument);
         run = std::async(std::launch::async, [command]() -> std::optional<double> {
             if (runCommand(command).exitStatus != 0) return std::nullopt;
@@ -118,6 +147,30 @@ TEST_F(InstallerJourney, WithNoLaunchInstallsAndStartsNothing) {
     ASSERT_TRUE(ended(60)) << diagnosis();
     EXPECT_EQ(treeListing(installed), treeListing(KELVO_APP_BUNDLE));
     EXPECT_EQ(readFile(record), "");
+}
+
+// The installer never holds up its ending: closed while it copies, it ends at once, leaving part of
+// a Kelvo.app behind, which the next run replaces.
+TEST_F(InstallerJourney, ClosingTheWindowMidCopyEndsAtOnceAndTheNextRunReplacesWhatItLeft) {
+    if (access("/dev/fuse", R_OK | W_OK) != 0) GTEST_SKIP() << "no /dev/fuse to hold a copy half-way";
+    std::filesystem::create_directories(destination);
+    start({"--dest", destination}, kStalledFolder);
+    std::string window = display.waitForWindow("Install Kelvo", 20);
+    ASSERT_NE(window, "") << diagnosis();
+    for (int tries = 0; tries < 1000 && !std::filesystem::exists(installed + "/Contents/Info.plist"); ++tries) {
+        std::this_thread::sleep_for(10ms);
+    }
+    ASSERT_TRUE(std::filesystem::exists(installed + "/Contents/Info.plist")) << "the copy did not start\n" << diagnosis();
+
+    ASSERT_TRUE(display.closeWindow(window));
+    EXPECT_TRUE(ended(2)) << "the installer did not end at once when its window was closed\n" << diagnosis();
+    EXPECT_FALSE(std::filesystem::exists(installed + "/Contents/MacOS")) << "the copy was not cut short";
+    EXPECT_EQ(readFile(record), "") << "Kelvo was started";
+
+    releaseStall();
+    start({"--dest", destination, "--no-launch"});
+    ASSERT_TRUE(ended(60)) << diagnosis();
+    EXPECT_EQ(treeListing(installed), treeListing(KELVO_APP_BUNDLE));
 }
 
 TEST_F(InstallerJourney, AFailureShowsTheAlertUntilReturnPressesQuit) {

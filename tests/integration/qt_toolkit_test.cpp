@@ -7,9 +7,6 @@
 #include <QLabel>
 #include <QTimer>
 
-#include <chrono>
-
-#include "platform/linux/ui/qt_window.h"
 #include "platform/linux/ui/widget_view.h"
 #include "platform/ui/toolkit.h"
 #include "support/virtual_display.h"
@@ -77,28 +74,6 @@ TEST_F(QtToolkit, TheAlertIsApplicationModalAndReturnPressesItsFirstButton) {
     });
     EXPECT_EQ(alert->runModal(), kAlertFirstButtonReturn);
     EXPECT_EQ(modality, Qt::ApplicationModal);
-}
-
-// The installer's delegate answers "later" while its install runs; the application must then stay
-// until the delegate says so, though its last window is closed.
-TEST_F(QtToolkit, ATerminationTheDelegateDefersWaitsForItsReply) {
-    struct Delegate final : ApplicationDelegate {
-        bool applicationShouldTerminateAfterLastWindowClosed(Application&) override { return true; }
-        TerminateReply applicationShouldTerminate(Application&) override { return TerminateReply::TerminateLater; }
-    } delegate;
-    Application& application = toolkit().sharedApplication();
-    application.setDelegate(&delegate);
-    auto window = toolkit().makeWindow(Rect{0, 0, 100, 100}, WindowStyleMaskTitled | WindowStyleMaskClosable,
-                                       BackingStoreType::Buffered, false);
-    window->makeKeyAndOrderFront();
-    QObject scope;
-    QTimer::singleShot(100, &scope, [&] { static_cast<platform::linux_backend::QtWindow&>(*window).widget()->close(); });
-    QTimer::singleShot(1000, &scope, [&] { application.replyToApplicationShouldTerminate(true); });
-    QTimer::singleShot(5000, &scope, [] { QApplication::exit(1); });
-    auto start = std::chrono::steady_clock::now();
-    application.run();
-    double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    EXPECT_TRUE(seconds >= 1 && seconds < 5) << "ended after " << seconds << " s, not on the reply after 1 s";
 }
 
 }  // namespace

@@ -3,8 +3,7 @@
 // of them keep their state for the test to read, and the calls whose order matters go into the
 // scripted system's log: "window shown", "activated", "text <status>", "bar start", "bar stop",
 // "alert <message>: <informative text> (<style>) [<button>…]" (run modally; the user presses its
-// first button at once), "terminate" (or "terminate later", when the delegate defers it),
-// "reply <bool>". A call made while a background task runs fails the test: the window belongs to
+// first button at once), "terminate". A call made while a background task runs fails the test: the window belongs to
 // the main thread.
 #pragma once
 
@@ -119,14 +118,7 @@ public:
     void setActivationPolicy(ui::ActivationPolicy) override {}
     void setDelegate(ui::ApplicationDelegate* value) override { delegate = value; }
     void run() override {}
-    // Asks the delegate first, as the platform does.
-    void terminate() override {
-        bool later = delegate->applicationShouldTerminate(*this) == ui::TerminateReply::TerminateLater;
-        noteOnMainThread(system_, later ? "terminate later" : "terminate");
-    }
-    void replyToApplicationShouldTerminate(bool value) override {
-        noteOnMainThread(system_, value ? "reply true" : "reply false");
-    }
+    void terminate() override { noteOnMainThread(system_, "terminate"); }
     void activateIgnoringOtherApps(bool value) override {
         noteOnMainThread(system_, value ? "activated" : "activated unless another app is active");
     }

@@ -1,5 +1,6 @@
 #include "support/virtual_display.h"
 
+#include <X11/Xlib.h>
 #include <signal.h>
 #include <unistd.h>
 
@@ -50,6 +51,21 @@ std::string VirtualDisplay::waitForWindow(const std::string& title, int seconds)
 bool VirtualDisplay::pressKey(const std::string& window, const std::string& key) const {
     return runCommand("DISPLAY=" + name_ + " " + kWindowTool + " windowfocus --sync " + window +
                       " key --clearmodifiers " + shellWord(key)).exitStatus == 0;
+}
+
+bool VirtualDisplay::closeWindow(const std::string& window) const {
+    Display* display = XOpenDisplay(name_.c_str());
+    if (display == nullptr) return false;
+    XEvent close{};
+    close.xclient.type = ClientMessage;
+    close.xclient.window = std::stoul(window);
+    close.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+    close.xclient.format = 32;
+    close.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+    close.xclient.data.l[1] = CurrentTime;
+    bool sent = XSendEvent(display, close.xclient.window, False, NoEventMask, &close) != 0;
+    XCloseDisplay(display);
+    return sent;
 }
 
 }  // namespace testing_support

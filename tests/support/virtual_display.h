@@ -30,6 +30,9 @@ public:
     // Gives `window` the keyboard focus and presses `key` (an xdotool key name such as "Return").
     bool pressKey(const std::string& window, const std::string& key) const;
 
+    // Asks `window` to close, as a window manager's close button does (WM_DELETE_WINDOW).
+    bool closeWindow(const std::string& window) const;
+
 private:
     TempFolder ready_;
     pid_t server_ = -1;

@@ -100,22 +100,4 @@ TEST(InstallerApp, EndsAfterADelayOnSuccessAndThroughTheAlertOnFailure) {
     }
 }
 
-// Cut off half-way, an install would leave a partly copied Kelvo.app behind.
-TEST(InstallerApp, ClosingTheWindowDuringTheInstallEndsOnceItReturnsShowingNothing) {
-    for (bool carriesKelvo : {true, false}) {
-        AppRun run;
-        if (!carriesKelvo) run.system.paths.clear();
-        run.start();
-        run.toolkit.terminate();  // what closing the last window leads to
-        run.install();
-        EXPECT_EQ(run.events(), kStarted + ", terminate later, reply true");
-    }
-    AppRun run;
-    run.start();
-    EXPECT_TRUE(run.delegate->applicationShouldTerminateAfterLastWindowClosed(run.toolkit));
-    run.install();
-    run.toolkit.terminate();
-    EXPECT_TRUE(run.events().ends_with(", terminate")) << "once install() has returned, closing ends at once";
-}
-
 }  // namespace

@@ -1,4 +1,4 @@
-// The Linux backend's services, made once and kept for the life of the process.
+// The Linux backend's services, made once and never destroyed (see platform/no_destructor.h).
 #include "platform/services.h"
 
 #include "platform/linux/apple_script.h"
@@ -7,6 +7,7 @@
 #include "platform/linux/main_bundle.h"
 #include "platform/linux/process_info.h"
 #include "platform/linux/workspace.h"
+#include "platform/no_destructor.h"
 #include "platform/posix/child_processes.h"
 #include "platform/posix/process_signals.h"
 #include "platform/posix/system_clock.h"
@@ -14,25 +15,25 @@
 namespace platform {
 
 ServiceTable makeBackendServices() {
-    static linux_backend::LinuxProcessInfo processInfo;
-    static linux_backend::LinuxMainBundle mainBundle;
-    static linux_backend::LinuxFileManager fileManager;
-    static linux_backend::LinuxWorkspace workspace;
-    static posix::PosixChildProcesses childProcesses;
-    static posix::PosixProcessSignals processSignals;
-    static posix::SystemClock clock;
-    static linux_backend::LinuxAppleScriptRunner appleScript;
-    static linux_backend::LinuxDispatch dispatch;
+    static NoDestructor<linux_backend::LinuxProcessInfo> processInfo;
+    static NoDestructor<linux_backend::LinuxMainBundle> mainBundle;
+    static NoDestructor<linux_backend::LinuxFileManager> fileManager;
+    static NoDestructor<linux_backend::LinuxWorkspace> workspace;
+    static NoDestructor<posix::PosixChildProcesses> childProcesses;
+    static NoDestructor<posix::PosixProcessSignals> processSignals;
+    static NoDestructor<posix::SystemClock> clock;
+    static NoDestructor<linux_backend::LinuxAppleScriptRunner> appleScript;
+    static NoDestructor<linux_backend::LinuxDispatch> dispatch;
     ServiceTable table;
-    table.processInfo = &processInfo;
-    table.mainBundle = &mainBundle;
-    table.fileManager = &fileManager;
-    table.workspace = &workspace;
-    table.childProcesses = &childProcesses;
-    table.processSignals = &processSignals;
-    table.clock = &clock;
-    table.appleScript = &appleScript;
-    table.dispatch = &dispatch;
+    table.processInfo = processInfo.get();
+    table.mainBundle = mainBundle.get();
+    table.fileManager = fileManager.get();
+    table.workspace = workspace.get();
+    table.childProcesses = childProcesses.get();
+    table.processSignals = processSignals.get();
+    table.clock = clock.get();
+    table.appleScript = appleScript.get();
+    table.dispatch = dispatch.get();
     return table;
 }
 

@@ -1,4 +1,4 @@
-// The macOS backend's services, made once and kept for the life of the process. Signals are the
+// The macOS backend's services, made once and never destroyed (see platform/no_destructor.h). Signals are the
 // plain POSIX ones the Linux backend uses too.
 #include "platform/services.h"
 
@@ -10,30 +10,31 @@
 #include "platform/macos/main_bundle.h"
 #include "platform/macos/process_info.h"
 #include "platform/macos/workspace.h"
+#include "platform/no_destructor.h"
 #include "platform/posix/process_signals.h"
 
 namespace platform {
 
 ServiceTable makeBackendServices() {
-    static macos::MacProcessInfo processInfo;
-    static macos::MacMainBundle mainBundle;
-    static macos::MacFileManager fileManager;
-    static macos::MacWorkspace workspace;
-    static macos::MacChildProcesses childProcesses;
-    static posix::PosixProcessSignals processSignals;
-    static macos::MacClock clock;
-    static macos::MacAppleScriptRunner appleScript;
-    static macos::MacDispatch dispatch;
+    static NoDestructor<macos::MacProcessInfo> processInfo;
+    static NoDestructor<macos::MacMainBundle> mainBundle;
+    static NoDestructor<macos::MacFileManager> fileManager;
+    static NoDestructor<macos::MacWorkspace> workspace;
+    static NoDestructor<macos::MacChildProcesses> childProcesses;
+    static NoDestructor<posix::PosixProcessSignals> processSignals;
+    static NoDestructor<macos::MacClock> clock;
+    static NoDestructor<macos::MacAppleScriptRunner> appleScript;
+    static NoDestructor<macos::MacDispatch> dispatch;
     ServiceTable table;
-    table.processInfo = &processInfo;
-    table.mainBundle = &mainBundle;
-    table.fileManager = &fileManager;
-    table.workspace = &workspace;
-    table.childProcesses = &childProcesses;
-    table.processSignals = &processSignals;
-    table.clock = &clock;
-    table.appleScript = &appleScript;
-    table.dispatch = &dispatch;
+    table.processInfo = processInfo.get();
+    table.mainBundle = mainBundle.get();
+    table.fileManager = fileManager.get();
+    table.workspace = workspace.get();
+    table.childProcesses = childProcesses.get();
+    table.processSignals = processSignals.get();
+    table.clock = clock.get();
+    table.appleScript = appleScript.get();
+    table.dispatch = dispatch.get();
     return table;
 }
 

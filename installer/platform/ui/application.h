@@ -18,13 +18,6 @@ enum class ActivationPolicy {
     Prohibited,  // no user interface
 };
 
-// A delegate's answer to a request to terminate.
-enum class TerminateReply {
-    TerminateCancel = 0,  // the application keeps running
-    TerminateNow = 1,     // the application ends at once
-    TerminateLater = 2,   // the delegate answers later with replyToApplicationShouldTerminate
-};
-
 class ApplicationDelegate {
 public:
     virtual ~ApplicationDelegate() = default;
@@ -34,11 +27,6 @@ public:
 
     // When the user has closed the last window: true ends the application (through terminate).
     virtual bool applicationShouldTerminateAfterLastWindowClosed(Application&) { return false; }
-
-    // Asked by every terminate before the application ends.
-    virtual TerminateReply applicationShouldTerminate(Application&) {
-        return TerminateReply::TerminateNow;
-    }
 };
 
 class Application {
@@ -54,13 +42,12 @@ public:
     // if at all.
     virtual void run() = 0;
 
-    // Ends the application once its delegate agrees (see applicationShouldTerminate): windows go
-    // away and `run` returns, or, on toolkits that end the process themselves, the process exits.
+    // Ends the application at once: nobody is asked, and work still running on other threads is
+    // not waited for. Windows go away and `run` returns, or, on toolkits that end the process
+    // themselves, the process exits. Either way the process ends through exit(), whose static
+    // destructors run while those other threads may still work: what they use must not be among
+    // them (see platform/no_destructor.h).
     virtual void terminate() = 0;
-
-    // Completes a terminate to which the delegate answered TerminateLater: true ends the
-    // application, false keeps it running.
-    virtual void replyToApplicationShouldTerminate(bool shouldTerminate) = 0;
 
     // Brings the application's windows to the front; with `ignoringOtherApps` also when another
     // application is active.

@@ -1,10 +1,10 @@
 // The application object on Qt: one QApplication, made from the process's own arguments.
 //
 // Windows are closed by the user through their title bar; the application hears of it and, when no
-// window is left, asks its delegate whether to end. Ending quits the Qt event loop, so `run` returns
-// and the program leaves main; every window and view is destroyed then (the objects that wrapped
-// them stay harmless until their owners let go). The QApplication itself is never destroyed: like the platform's
-// shared application it lasts until the process exits, after every window and view.
+// window is left, asks its delegate whether to end. Ending is AppKit's: the process exits from within
+// `terminate`, through exit(), so `run` does not come back. Nothing is torn down first: the
+// QApplication, every window and every view stay in place until the process is gone, as AppKit's
+// objects do, while the static destructors run and other threads may still be at work.
 #pragma once
 
 #include <memory>
@@ -21,7 +21,6 @@ public:
     void setDelegate(ui::ApplicationDelegate* delegate) override;
     void run() override;
     void terminate() override;
-    void replyToApplicationShouldTerminate(bool shouldTerminate) override;
     void activateIgnoringOtherApps(bool ignoringOtherApps) override;
     std::shared_ptr<ui::Image> applicationIconImage() override;
 
@@ -29,12 +28,8 @@ public:
     void windowDidClose();
 
 private:
-    void finishTermination();
-
     ui::ApplicationDelegate* delegate_ = nullptr;
     std::shared_ptr<ui::Image> icon_;
-    bool terminationPending_ = false;
-    bool terminated_ = false;
 };
 
 }  // namespace platform::linux_backend

@@ -6,6 +6,7 @@
 #include "platform/linux/ui/qt_progress_indicator.h"
 #include "platform/linux/ui/qt_window.h"
 #include "platform/linux/ui/widget_view.h"
+#include "platform/no_destructor.h"
 
 namespace platform::linux_backend {
 namespace {
@@ -64,9 +65,10 @@ std::shared_ptr<ui::Alert> QtToolkit::makeAlert() {
 
 namespace platform::ui {
 
+// Never destroyed: like the QApplication it holds, it lasts until the process is gone.
 Toolkit& backendToolkit() {
-    static linux_backend::QtToolkit toolkit;
-    return toolkit;
+    static NoDestructor<linux_backend::QtToolkit> toolkit;
+    return *toolkit;
 }
 
 }  // namespace platform::ui

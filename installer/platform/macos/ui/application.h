@@ -1,8 +1,7 @@
 // The application object on AppKit: the shared NSApplication.
 //
-// AppKit ends the process itself once a terminate is agreed to: `run` does not come back then, and
-// the process exits from within terminate (or from within the reply that agrees to a terminate left
-// pending). Main thread only.
+// AppKit ends the process itself on terminate, through exit(): `run` does not come back then.
+// Main thread only.
 #pragma once
 
 #include <memory>

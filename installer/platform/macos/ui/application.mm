@@ -35,10 +35,6 @@ public:
     void run() override { [application_ run]; }
     void terminate() override { [application_ terminate:nil]; }
 
-    void replyToApplicationShouldTerminate(bool shouldTerminate) override {
-        [application_ replyToApplicationShouldTerminate:shouldTerminate ? YES : NO];
-    }
-
     void activateIgnoringOtherApps(bool ignoringOtherApps) override {
         [application_ activateIgnoringOtherApps:ignoringOtherApps ? YES : NO];
     }

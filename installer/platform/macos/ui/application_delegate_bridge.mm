@@ -15,20 +15,6 @@ bool shouldTerminateAfterLastWindowClosed(ui::ApplicationDelegate& delegate,
     return delegate.applicationShouldTerminateAfterLastWindowClosed(application);
 }
 
-ui::TerminateReply shouldTerminate(ui::ApplicationDelegate& delegate,
-                                   ui::Application& application) noexcept {
-    return delegate.applicationShouldTerminate(application);
-}
-
-NSApplicationTerminateReply nativeReply(ui::TerminateReply reply) {
-    switch (reply) {
-        case ui::TerminateReply::TerminateCancel: return NSTerminateCancel;
-        case ui::TerminateReply::TerminateNow: return NSTerminateNow;
-        case ui::TerminateReply::TerminateLater: return NSTerminateLater;
-    }
-    return NSTerminateNow;
-}
-
 }  // namespace
 }  // namespace platform::macos
 
@@ -65,12 +51,6 @@ NS_ASSUME_NONNULL_BEGIN
     bool shouldTerminate =
         platform::macos::shouldTerminateAfterLastWindowClosed(*_delegate, *_application);
     return shouldTerminate ? YES : NO;
-}
-
-- (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {
-    (void)sender;
-    return platform::macos::nativeReply(
-        platform::macos::shouldTerminate(*_delegate, *_application));
 }
 
 @end

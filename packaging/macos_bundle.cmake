@@ -1,15 +1,37 @@
-# On macOS: the bundle with its .icns icon and PkgInfo, signed, and a compressed HFS+ disk image.
+# On macOS: the bundle with its .icns icon and PkgInfo, signed from the inside out, and a compressed
+# HFS+ disk image, signed and notarized when a Developer ID identity and a notary profile are given.
+# macos_package.sh makes every call to codesign, hdiutil, notarytool, stapler and spctl.
 set(KELVO_DISK_IMAGE "${CMAKE_CURRENT_BINARY_DIR}/Install Kelvo.dmg" CACHE INTERNAL "The disk image")
 set(KELVO_SIGNING_IDENTITY "-" CACHE STRING
-    "What signs the bundle and its Kelvo.app: - (ad hoc), or a Developer ID Application identity")
+    "What signs the installer and the stand-in Kelvo: - (ad hoc), or a Developer ID Application identity")
+set(KELVO_NOTARY_PROFILE "" CACHE STRING
+    "The notarytool keychain profile with which the disk image is notarized (empty: not notarized)")
+set(_package bash ${CMAKE_CURRENT_SOURCE_DIR}/macos_package.sh)
+
+if(NOT KELVO_NOTARY_PROFILE STREQUAL "" AND KELVO_SIGNING_IDENTITY STREQUAL "-")
+  message(FATAL_ERROR "KELVO_NOTARY_PROFILE is \"${KELVO_NOTARY_PROFILE}\" but KELVO_SIGNING_IDENTITY "
+                      "is - (ad hoc): the notary service accepts only code signed with a Developer ID "
+                      "Application identity. Set KELVO_SIGNING_IDENTITY to \"Developer ID Application: "
+                      "Your Company (TEAMID)\", or leave KELVO_NOTARY_PROFILE empty.")
+endif()
+
+# A Kelvo.app brought by its team keeps its own signature, so the installer has to carry the same
+# Team ID for macOS 13 and later to let it replace an installed Kelvo.
+if(KELVO_APP)
+  execute_process(
+    COMMAND ${_package} check-team --identity "${KELVO_SIGNING_IDENTITY}" "${KELVO_EMBEDDED_APP}"
+    OUTPUT_VARIABLE _team_warning
+    OUTPUT_STRIP_TRAILING_WHITESPACE
+    COMMAND_ERROR_IS_FATAL ANY)
+  if(NOT _team_warning STREQUAL "")
+    message(WARNING "${_team_warning}")
+  endif()
+endif()
 
 if(NOT TARGET installer_app)
   message(STATUS "No installer application target yet: the disk image is not built")
   return()
 endif()
-
-find_program(CODESIGN codesign REQUIRED)
-find_program(DITTO ditto REQUIRED)
 
 set(_bundle "${KELVO_INSTALLER_BUNDLE}")
 set(_icon ${CMAKE_CURRENT_BINARY_DIR}/AppIcon.icns)
@@ -24,48 +46,39 @@ add_custom_command(
   COMMENT "Making the installer's icon AppIcon.icns"
   VERBATIM)
 
-# Ad hoc, or with a real identity under the hardened runtime and with a secure timestamp, as
-# notarization asks. Kelvo.app is signed first, then the bundle around it; a Kelvo.app brought
-# signed keeps its own entitlements.
-if(KELVO_SIGNING_IDENTITY STREQUAL "-")
-  set(_sign ${CODESIGN} --force --deep --sign -)
+# A brought Kelvo.app is embedded again whenever it is signed again.
+set(_kelvo_files ${KELVO_EMBEDDED_APP}/Contents/Info.plist)
+if(KELVO_APP)
+  set(_kelvo --kelvo-app ${KELVO_EMBEDDED_APP})
+  if(EXISTS ${KELVO_EMBEDDED_APP}/Contents/_CodeSignature/CodeResources)
+    list(APPEND _kelvo_files ${KELVO_EMBEDDED_APP}/Contents/_CodeSignature/CodeResources)
+  endif()
 else()
-  set(_sign ${CODESIGN} --force --deep --options runtime --timestamp --sign ${KELVO_SIGNING_IDENTITY})
+  set(_kelvo --stand-in ${KELVO_EMBEDDED_APP})
 endif()
-list(APPEND _sign --preserve-metadata=entitlements)
 
 # The bundle is rebuilt whole, so nothing stale survives in it.
 add_custom_command(
   OUTPUT ${_stamp}
-  COMMAND ${CMAKE_COMMAND} -E rm -rf "${_bundle}"
-  COMMAND ${CMAKE_COMMAND} -E make_directory "${_bundle}/Contents/MacOS" "${_bundle}/Contents/Resources"
-  COMMAND ${DITTO} "$<TARGET_FILE:installer_app>" "${_bundle}/Contents/MacOS/Install Kelvo"
-  COMMAND ${DITTO} ${KELVO_INSTALLER_INFO_PLIST} "${_bundle}/Contents/Info.plist"
-  COMMAND ${DITTO} ${_pkginfo} "${_bundle}/Contents/PkgInfo"
-  COMMAND ${DITTO} ${_icon} "${_bundle}/Contents/Resources/AppIcon.icns"
-  COMMAND ${DITTO} ${KELVO_EMBEDDED_APP} "${_bundle}/Contents/Resources/Kelvo.app"
-  COMMAND ${_sign} "${_bundle}/Contents/Resources/Kelvo.app"
-  COMMAND ${_sign} "${_bundle}"
+  COMMAND ${_package} bundle --identity "${KELVO_SIGNING_IDENTITY}" ${_kelvo}
+          --executable $<TARGET_FILE:installer_app> --info-plist ${KELVO_INSTALLER_INFO_PLIST}
+          --pkginfo ${_pkginfo} --icon ${_icon} "${_bundle}"
   COMMAND ${CMAKE_COMMAND} -E touch ${_stamp}
-  DEPENDS installer_app ${_embedded_target} ${KELVO_INSTALLER_INFO_PLIST} ${_icon}
-          ${KELVO_EMBEDDED_APP}/Contents/Info.plist
+  DEPENDS installer_app ${_embedded_target} ${KELVO_INSTALLER_INFO_PLIST} ${_icon} ${_kelvo_files}
+          ${CMAKE_CURRENT_SOURCE_DIR}/macos_package.sh
   COMMENT "Assembling and signing Install Kelvo.app"
   VERBATIM)
 add_custom_target(installer_bundle ALL DEPENDS ${_stamp})
 
-# The image holds the bundle at its root. A real identity signs the image too.
-set(_sign_image "")
-if(NOT KELVO_SIGNING_IDENTITY STREQUAL "-")
-  set(_sign_image COMMAND ${CODESIGN} --force --timestamp --sign ${KELVO_SIGNING_IDENTITY} "${KELVO_DISK_IMAGE}")
+set(_notarize "")
+if(NOT KELVO_NOTARY_PROFILE STREQUAL "")
+  set(_notarize --notary-profile ${KELVO_NOTARY_PROFILE})
 endif()
 add_custom_command(
   OUTPUT "${KELVO_DISK_IMAGE}"
-  COMMAND ${CMAKE_COMMAND} -E rm -rf ${KELVO_VOLUME_CONTENTS}
-  COMMAND ${CMAKE_COMMAND} -E make_directory ${KELVO_VOLUME_CONTENTS}
-  COMMAND ${DITTO} "${_bundle}" "${KELVO_VOLUME_CONTENTS}/Install Kelvo.app"
-  COMMAND bash ${CMAKE_CURRENT_SOURCE_DIR}/make_dmg.sh ${KELVO_VOLUME_CONTENTS} ${KELVO_VOLUME_NAME} "${KELVO_DISK_IMAGE}"
-  ${_sign_image}
-  DEPENDS ${_stamp} ${CMAKE_CURRENT_SOURCE_DIR}/make_dmg.sh
+  COMMAND ${_package} image --identity "${KELVO_SIGNING_IDENTITY}" --volume-name "${KELVO_VOLUME_NAME}"
+          --staging ${KELVO_VOLUME_CONTENTS} ${_notarize} "${_bundle}" "${KELVO_DISK_IMAGE}"
+  DEPENDS ${_stamp} ${CMAKE_CURRENT_SOURCE_DIR}/macos_package.sh
   COMMENT "Making the disk image Install Kelvo.dmg"
   VERBATIM)
 add_custom_target(disk_image ALL DEPENDS "${KELVO_DISK_IMAGE}")

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "platform/posix/child_processes.h"
+#include "support/signal_state.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -44,6 +45,15 @@ TEST(ChildProcesses, TheChildGetsItsArgumentsAsTheyAreAndNoOtherDescriptor) {
     close(inheritable);
     ASSERT_TRUE(result);
     EXPECT_EQ(result.value().standardOutput, "[two words][][$HOME] 1 2");
+}
+
+// pgrep and the privileged command's shell can be stopped, and can stop others, whatever the
+// installer ignores or blocks.
+TEST(ChildProcesses, TheChildHandlesEverySignalTheDefaultWay) {
+    testing_support::NohupLikeSignals nohup;
+    auto result = PosixChildProcesses().run("/bin/sh", {"-c", "cat /proc/$$/status"});
+    ASSERT_TRUE(result);
+    EXPECT_EQ(testing_support::blockedAndIgnoredSignalsIn(result.value().standardOutput), "");
 }
 
 TEST(ChildProcesses, AProgramThatCannotStartIsNamedWithTheReason) {

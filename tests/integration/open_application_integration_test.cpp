@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,6 +14,7 @@
 #include "platform/services.h"
 #include "support/command.h"
 #include "support/other_user.h"
+#include "support/signal_state.h"
 #include "support/temp_folder.h"
 
 namespace {
@@ -36,15 +38,23 @@ std::string openAndWait(const std::string& app, const std::vector<std::string>& 
     return error ? error->localizedDescription() : "";
 }
 
-TEST(OpenApplication, TheStartedAppGetsTheStandardStreamsAndNoOtherDescriptor) {
+// Whatever the installer was started with: a descriptor left open, signals ignored or blocked.
+TEST(OpenApplication, TheStartedAppGetsTheStandardStreamsAndDefaultSignalHandlingOnly) {
     TempFolder folder;
     makeBundle(folder / "Sleeper.app", "/bin/sleep");
     int inherited = open("/dev/null", O_RDONLY);  // without O_CLOEXEC, as an installer may be given one
-    ASSERT_EQ(openAndWait(folder / "Sleeper.app", {"30"}), "");
+    {
+        NohupLikeSignals nohup;
+        ASSERT_EQ(openAndWait(folder / "Sleeper.app", {"30"}), "");
+    }
     close(inherited);
-    std::string descriptors = runCommand("for i in $(seq 200); do pid=$(pgrep -f " + shellWord(folder / "Sleeper[.]app/") +
-                                         ") && ls /proc/$pid/fd && kill $pid && exit; sleep 0.01; done").output;
-    EXPECT_EQ(descriptors, "0\n1\n2\n");
+    std::string pid = runCommand("for i in $(seq 200); do pgrep -f " + shellWord(folder / "Sleeper[.]app/") +
+                                 " && exit; sleep 0.01; done").output;
+    ASSERT_NE(pid, "") << "the app did not start";
+    pid_t app = std::stoi(pid);
+    EXPECT_EQ(runCommand("ls /proc/" + std::to_string(app) + "/fd").output, "0\n1\n2\n");
+    EXPECT_EQ(blockedAndIgnoredSignals(app), "");
+    kill(app, SIGKILL);
 }
 
 // The start forks twice; when the second fork fails, no app was started, and the workspace must

@@ -1,4 +1,5 @@
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -54,13 +55,28 @@ void keepOnlyStandardStreams() {
     closeOnExecFrom(3);
 }
 
-// The grandchild's part: in a session of its own, in "/", with only the standard streams, the
-// program replaces it. Only async-signal-safe calls: the installer may have threads.
+// Every signal handled the default way and none blocked, as an app the system launches starts: an
+// installer started under nohup, or with a signal blocked, must not pass that on to Kelvo, which the
+// next install could then no longer ask to quit.
+void defaultSignalHandling() {
+    struct sigaction byDefault {};
+    byDefault.sa_handler = SIG_DFL;
+    sigemptyset(&byDefault.sa_mask);
+    for (int signal = 1; signal < NSIG; ++signal) sigaction(signal, &byDefault, nullptr);
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+// The grandchild's part: in a session of its own, in "/", with only the standard streams and the
+// default signal handling, the program replaces it. Only async-signal-safe calls: the installer may
+// have threads.
 [[noreturn]] void becomeApplication(const std::string& executable, char* const* argv, int report) {
     // Opened applications start in "/", as they do on macOS: the installer's own working
     // folder may lie on the very volume the app is asked to eject.
     (void)!chdir("/");
     keepOnlyStandardStreams();
+    defaultSignalHandling();
     execve(executable.c_str(), argv, environ);
     reportFailure(report, errno);
 }

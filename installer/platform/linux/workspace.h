@@ -17,7 +17,7 @@ public:
     // Starts "<bundle>/Contents/MacOS/<CFBundleExecutable>" with the configured arguments in a
     // session of its own, as a grandchild that is never the installer's child (so it is never the
     // installer's zombie), working folder "/", standard streams on /dev/null and no other
-    // descriptor of the installer's. `activates` has no counterpart without a window server that
+    // descriptor of the installer's, every signal handled the default way and none blocked. `activates` has no counterpart without a window server that
     // brings processes forward, and is not acted on. `completion` runs on a background thread once
     // the program has been started, or with why it could not be.
     void openApplication(const FileURL& url, const OpenConfiguration& configuration,

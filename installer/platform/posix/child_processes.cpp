@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <poll.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -75,6 +76,18 @@ std::int32_t terminationStatusOf(int status) {
     return WEXITSTATUS(status);
 }
 
+// Every signal handled the default way and none blocked, whatever the installer was started with:
+// pgrep and the shell of the privileged command must be able to stop and to be stopped.
+int setDefaultSignalHandling(posix_spawnattr_t& attributes) {
+    sigset_t all, none;
+    sigfillset(&all);
+    sigemptyset(&none);
+    int failed = posix_spawnattr_setsigdefault(&attributes, &all);
+    if (!failed) failed = posix_spawnattr_setsigmask(&attributes, &none);
+    if (!failed) failed = posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSIGMASK);
+    return failed;
+}
+
 int spawn(pid_t& child, const std::string& executable, const std::vector<std::string>& arguments,
           const Pipe& output, const Pipe& error) {
     std::vector<char*> argv;
@@ -82,15 +95,23 @@ int spawn(pid_t& child, const std::string& executable, const std::vector<std::st
     for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
 
+    posix_spawnattr_t attributes;
+    if (int failed = posix_spawnattr_init(&attributes)) return failed;
     posix_spawn_file_actions_t actions;
-    if (int failed = posix_spawn_file_actions_init(&actions)) return failed;
-    int failed = posix_spawn_file_actions_adddup2(&actions, output.write, STDOUT_FILENO);
+    int failed = posix_spawn_file_actions_init(&actions);
+    if (failed) {
+        posix_spawnattr_destroy(&attributes);
+        return failed;
+    }
+    failed = setDefaultSignalHandling(attributes);
+    if (!failed) failed = posix_spawn_file_actions_adddup2(&actions, output.write, STDOUT_FILENO);
     if (!failed) failed = posix_spawn_file_actions_adddup2(&actions, error.write, STDERR_FILENO);
     if (!failed) failed = posix_spawn_file_actions_addclosefrom_np(&actions, kFirstUninheritedDescriptor);
     // glibc reports a failed exec as posix_spawn's own result, so a missing or unrunnable program
     // is an error here rather than a child that exits with 127.
-    if (!failed) failed = posix_spawn(&child, executable.c_str(), &actions, nullptr, argv.data(), environ);
+    if (!failed) failed = posix_spawn(&child, executable.c_str(), &actions, &attributes, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
+    posix_spawnattr_destroy(&attributes);
     return failed;
 }
 

@@ -3,7 +3,8 @@
 // so only glibc builds compile it; the macOS backend runs its children with NSTask.
 //
 // Only the two pipe ends reach the child besides its inherited standard input: every other
-// descriptor is closed in it, whether or not it was opened close-on-exec. Both pipes are drained
+// descriptor is closed in it, whether or not it was opened close-on-exec. It handles every signal
+// the default way, with none blocked, whatever this process ignores or blocks. Both pipes are drained
 // while the child runs, so a child that writes more than a pipe holds never blocks. Safe to call
 // from several threads at once; it waits only for its own child, by identifier.
 #pragma once

@@ -1,0 +1,34 @@
+// The signal state a process passes on to what it starts, set the way an installer started under
+// nohup with a signal blocked would have it, and read back from a started process.
+#pragma once
+
+#include <signal.h>
+#include <sys/types.h>
+
+#include <string>
+#include <string_view>
+
+namespace testing_support {
+
+// While it lives: SIGHUP and SIGPIPE ignored by this process, SIGUSR1 blocked in the calling thread
+// (and so in the threads it starts).
+class NohupLikeSignals {
+public:
+    NohupLikeSignals();
+    ~NohupLikeSignals();
+    NohupLikeSignals(const NohupLikeSignals&) = delete;
+    NohupLikeSignals& operator=(const NohupLikeSignals&) = delete;
+
+private:
+    struct sigaction hangUp_ {}, brokenPipe_ {};
+    sigset_t mask_;
+};
+
+// The standard signals (1 to 31) that process `pid` blocks or ignores, by number, as /proc reports
+// them: "blocked 10, ignored 1 13". Empty when there are none. (glibc's posix_spawn leaves the two
+// real-time signals it keeps for itself ignored in every child; those are left out.)
+std::string blockedAndIgnoredSignals(pid_t pid);
+// The same, from the text of a /proc/<pid>/status file.
+std::string blockedAndIgnoredSignalsIn(const std::string& status);
+
+}  // namespace testing_support

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Syntax-checks Objective-C++ sources as the macOS build compiles them (ARC, blocks, every warning an
-# error) against our own declarations of the macOS 12 API in tools/macos-api.
+# Syntax-checks Objective-C++ sources as the macOS build compiles them (for an Intel Mac with macOS 12
+# as the oldest system: ARC, blocks, availability, every warning an error) against our own
+# declarations of the macOS 12 API in tools/macos-api. The C and C++ standard libraries are this
+# machine's (glibc's and libstdc++'s) headers, which need only to declare the same functions.
 #   bash tools/check_macos_sources.sh [-DNAME[=VALUE] | -IFOLDER ...] [FILE.mm ...]
 # Without files it checks every .mm under installer/ and kelvo/. Prints one line per file, then the
 # compiler's diagnostics for each file that fails. Exits 1 when any file fails, and 77 when there is
@@ -8,12 +10,20 @@
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 
+# Where clang looks for the standard headers when it compiles for this machine, in that order.
+mapfile -t standard_headers < <(clang++ -x c++ -E -v - </dev/null 2>&1 |
+  sed -n '/^#include <...> search starts here:/,/^End of search list/{s/^ //p}')
 flags=(
-  -x objective-c++ -std=c++20 -fsyntax-only
-  -fobjc-arc -fblocks -fobjc-runtime=macosx-12.0 -fobjc-weak
-  -Wall -Wextra -Werror -Wnullable-to-nonnull-conversion -Wundeclared-selector
-  -isystem "$root/tools/macos-api" -I "$root/installer"
+  -target x86_64-apple-macos12 -x objective-c++ -std=c++20 -fsyntax-only
+  -fobjc-arc -fblocks -fobjc-weak
+  -Wall -Wextra -Werror -Wnullable-to-nonnull-conversion -Wundeclared-selector -Wunguarded-availability
+  # glibc names an attribute macro of its own __nonnull, a nullability keyword on Apple's targets;
+  # libstdc++ needs the GNU extensions that clang turns on only for Linux targets.
+  -U__nonnull -U__nullable -U__null_unspecified -D_GNU_SOURCE
+  -nostdinc -nostdinc++ -isystem "$root/tools/macos-api"
 )
+for folder in "${standard_headers[@]}"; do flags+=(-isystem "$folder"); done
+flags+=(-I "$root/installer")
 files=()
 for argument in "$@"; do
   case "$argument" in

@@ -26,7 +26,8 @@ public:
     // program itself), its standard output and standard error each on a pipe of their own, its
     // environment, working directory and standard input inherited. Blocks until it has exited
     // and both pipes are at end of file; never deadlocks however much the child writes. Fails
-    // only when the program cannot be started, with a readable description of why.
+    // when the program cannot be started, or when what it wrote cannot be read, with a readable
+    // description of why.
     virtual Expected<ChildProcessResult, Error> run(const std::string& executable,
                                                     const std::vector<std::string>& arguments) = 0;
 };

@@ -51,7 +51,7 @@ child_processes.mm         \bwaitUntilExit\b                                    
 child_processes.mm         \bterminationStatus\b                                    NSTask terminationStatus
 child_processes.mm         \bNSPipe\b                                               NSPipe
 child_processes.mm         \bfileHandleForReading\b                                 NSPipe fileHandleForReading
-child_processes.mm         \breadDataToEndOfFile\b                                  NSFileHandle readDataToEndOfFile
+child_processes.mm         readDataToEndOfFileAndReturnError:                       NSFileHandle readDataToEndOfFileAndReturnError:
 posix                      \bkill[[:space:]]*\(                                     kill
 posix                      \berrno\b                                                the thread's error number
 *                          sleepForTimeInterval:                                    NSThread sleepForTimeInterval:
@@ -76,6 +76,10 @@ workspace.mm               openApplicationAtURL:                                
 *                          [[:space:]]run\]                                         NSApplication run
 *                          \bterminate:                                             NSApplication terminate:
 *                          activateIgnoringOtherApps:                               NSApplication activateIgnoringOtherApps:
+*                          [[:space:]]activate\]                                    NSApplication activate (macOS 14 and later)
+*                          SecTranslocateIsTranslocatedURL                          SecTranslocateIsTranslocatedURL
+*                          SecTranslocateCreateOriginalPathForURL                   SecTranslocateCreateOriginalPathForURL
+file_manager.mm            removexattr[[:space:]]*\([^)]*XATTR_NOFOLLOW             removexattr XATTR_NOFOLLOW
 *                          \bapplicationIconImage\b                                 NSApplication applicationIconImage
 *                          applicationDidFinishLaunching:                           NSApplicationDelegate applicationDidFinishLaunching:
 *                          applicationShouldTerminateAfterLastWindowClosed:         NSApplicationDelegate applicationShouldTerminateAfterLastWindowClosed:
@@ -106,6 +110,7 @@ workspace.mm               openApplicationAtURL:                                
 *                          setIndeterminate:|\.indeterminate[[:space:]]*=           NSProgressIndicator setIndeterminate:
 *                          startAnimation:                                          NSProgressIndicator startAnimation:
 *                          stopAnimation:                                           NSProgressIndicator stopAnimation:
+*                          setUsesThreadedAnimation:|\.usesThreadedAnimation[[:space:]]*= NSProgressIndicator setUsesThreadedAnimation:
 *                          \bNSAlert\b                                              NSAlert
 *                          setMessageText:|\.messageText[[:space:]]*=               NSAlert setMessageText:
 *                          setInformativeText:|\.informativeText[[:space:]]*=       NSAlert setInformativeText:

@@ -23,10 +23,14 @@ int main() {
 #else
         NSWindow* window = [[NSWindow alloc] initWithContentRect:content styleMask:NSWindowStyleMaskTitled backing:NSBackingStoreBuffered defer:NO];
 #endif
-#if MISTAKE == 4  // expect: 'activate' is unavailable: introduced in macOS 14.0
+#if MISTAKE == 4  // expect: 'activate' is only available on macOS 14.0 or newer
         [NSApp activate];
 #else
-        [NSApp activateIgnoringOtherApps:YES];
+        if (@available(macOS 14.0, *)) {
+            [NSApp activate];
+        } else {
+            [NSApp activateIgnoringOtherApps:YES];
+        }
 #endif
 #if MISTAKE == 5  // expect: no known class method for selector 'runningApplicationWithPID:'
         NSRunningApplication* kelvo = [NSRunningApplication runningApplicationWithPID:501];

@@ -2,6 +2,8 @@
 
 #import <Foundation/Foundation.h>
 
+#include <optional>
+
 #include "platform/macos/ns_error.h"
 #include "platform/macos/ns_string.h"
 
@@ -13,23 +15,38 @@ std::string bytesOf(NSData* _Nullable data) {
     return std::string(static_cast<const char*>(data.bytes), data.length);
 }
 
+// Reads `reader` to its end: the bytes, or the error of a failed read. (readDataToEndOfFile would
+// raise an exception instead, which nothing on the install's thread could catch.)
+Expected<std::string, Error> readToEnd(NSFileHandle* reader, const std::string& what) {
+    @autoreleasepool {
+        NSError* failure = nil;
+        NSData* data = [reader readDataToEndOfFileAndReturnError:&failure];
+        if (data != nil) return bytesOf(data);
+        return Expected<std::string, Error>::failure(errorFromNSError(failure, "Could not read " + what + "."));
+    }
+}
+
 // Reads both pipes of the launched `task` to their ends at once, so that neither can fill up while
-// the other is waited on, then waits for the task itself.
-ChildProcessResult collect(NSTask* task, NSPipe* output, NSPipe* errors) {
+// the other is waited on, then waits for the task itself, also when a read failed.
+Expected<ChildProcessResult, Error> collect(NSTask* task, NSPipe* output, NSPipe* errors,
+                                            const std::string& program) {
     NSFileHandle* errorReader = errors.fileHandleForReading;
-    __block NSData* errorBytes = nil;
+    const std::string errorOutput = "the error output of \u201C" + program + "\u201D";
+    __block std::optional<Expected<std::string, Error>> errorText;
     dispatch_group_t drained = dispatch_group_create();
     dispatch_group_async(drained, dispatch_get_global_queue(QOS_CLASS_USER_INITIATED, 0), ^{
-      @autoreleasepool {
-          errorBytes = [errorReader readDataToEndOfFile];
-      }
+      errorText = readToEnd(errorReader, errorOutput);
     });
-    ChildProcessResult result;
-    result.standardOutput = bytesOf([output.fileHandleForReading readDataToEndOfFile]);
+    Expected<std::string, Error> outputText =
+        readToEnd(output.fileHandleForReading, "the output of \u201C" + program + "\u201D");
     dispatch_group_wait(drained, DISPATCH_TIME_FOREVER);
-    result.standardError = bytesOf(errorBytes);
-
     [task waitUntilExit];
+
+    if (!outputText) return Expected<ChildProcessResult, Error>::failure(std::move(outputText).error());
+    if (!*errorText) return Expected<ChildProcessResult, Error>::failure(std::move(*errorText).error());
+    ChildProcessResult result;
+    result.standardOutput = std::move(outputText).value();
+    result.standardError = std::move(*errorText).value();
     result.endedBySignal = task.terminationReason == NSTaskTerminationReasonUncaughtSignal;
     result.terminationStatus = task.terminationStatus;
     return result;
@@ -73,7 +90,7 @@ Expected<ChildProcessResult, Error> MacChildProcesses::run(const std::string& ex
             return Expected<ChildProcessResult, Error>::failure(errorFromNSError(
                 launchError, "The program \u201C" + executable + "\u201D could not be started."));
         }
-        return collect(task, output, errors);
+        return collect(task, output, errors, executable);
     }
 }
 

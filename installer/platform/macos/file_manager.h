@@ -15,7 +15,8 @@ public:
     std::optional<std::string> currentDirectoryPath() override;
     std::optional<Error> removeItem(const FileURL& url) override;
     // Foundation's copy keeps symbolic links as links, permissions, dates, extended attributes
-    // and empty folders, as the contract asks.
+    // and empty folders, as the contract asks; then every item of a copy that succeeded loses the
+    // quarantine mark (com.apple.quarantine), as when the Finder moves an app into place.
     std::optional<Error> copyItem(const FileURL& from, const FileURL& to) override;
     // The shared POSIX lock files, so installers on both platforms would meet at one.
     std::unique_ptr<ItemLock> lockItem(const FileURL& url) override;

@@ -1,7 +1,9 @@
 #include "platform/macos/file_manager.h"
 
 #import <Foundation/Foundation.h>
+#include <sys/xattr.h>
 
+#include "platform/macos/file_manager/attribute_removal.h"
 #include "platform/macos/ns_error.h"
 #include "platform/macos/ns_string.h"
 #include "platform/posix/copy_into_itself.h"
@@ -19,6 +21,11 @@ NSURL* _Nullable toNSURL(const FileURL& url) {
 }
 
 Error notUTF8(const FileURL& url) { return Error("The path " + quoted(url) + " is not valid UTF-8."); }
+
+// The mark a downloaded file and every item read from a downloaded disk image carry.
+constexpr const char* kQuarantineAttribute = "com.apple.quarantine";
+
+int removeOwnAttribute(const char* path, const char* name) { return removexattr(path, name, XATTR_NOFOLLOW); }
 
 }  // namespace
 
@@ -58,6 +65,10 @@ std::optional<Error> MacFileManager::copyItem(const FileURL& from, const FileURL
         if (destination == nil) return notUTF8(to);
         NSError* error = nil;
         if ([NSFileManager.defaultManager copyItemAtURL:source toURL:destination error:&error]) {
+            // Foundation copies the quarantine mark. A copy that keeps it is not one the Finder
+            // moved into place: on its first launches Gatekeeper would run it translocated, from a
+            // random read-only path, which breaks its updates and whatever looks beside its bundle.
+            removeAttributeFromTree(to.path(), kQuarantineAttribute, removeOwnAttribute);
             return std::nullopt;
         }
         return errorFromNSError(error, "Could not copy " + quoted(from) + " to " + quoted(to) + ".");

@@ -2,13 +2,14 @@
 
 #import <Foundation/Foundation.h>
 
+#include "platform/macos/main_bundle/translocation.h"
 #include "platform/macos/ns_string.h"
 
 namespace platform::macos {
 
 std::string MacMainBundle::bundlePath() {
     @autoreleasepool {
-        return toStdString(NSBundle.mainBundle.bundlePath);
+        return pathAsOpened(toStdString(NSBundle.mainBundle.bundlePath), securityFrameworkTranslocationLookup());
     }
 }
 

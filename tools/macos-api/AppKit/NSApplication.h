@@ -52,10 +52,11 @@ typedef NS_ENUM(NSUInteger, NSApplicationTerminateReply) {
 - (void)terminate:(nullable id)sender;
 // Answers an applicationShouldTerminate: that returned NSTerminateLater.
 - (void)replyToApplicationShouldTerminate:(BOOL)shouldTerminate;
+// Has no effect from macOS 14 on, where only -activate brings an application forward.
 - (void)activateIgnoringOtherApps:(BOOL)ignoringOtherApps;
 
-- (void)activate MACOS_INTRODUCED("14.0");
-- (void)yieldActivationToApplication:(NSRunningApplication*)application MACOS_INTRODUCED("14.0");
+- (void)activate MACOS_INTRODUCED(14.0);
+- (void)yieldActivationToApplication:(NSRunningApplication*)application MACOS_INTRODUCED(14.0);
 @end
 
 NS_ASSUME_NONNULL_END

@@ -66,7 +66,7 @@ typedef NS_ENUM(NSInteger, NSTextInputTraitType) {
 @property (getter=isSelectable) BOOL selectable;
 // 0 means no limit.
 @property NSInteger maximumNumberOfLines;
-@property NSTextInputTraitType inlinePredictionType MACOS_INTRODUCED("14.0");
+@property NSTextInputTraitType inlinePredictionType MACOS_INTRODUCED(14.0);
 @end
 
 @interface NSButton : NSControl

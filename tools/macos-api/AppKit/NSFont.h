@@ -13,13 +13,13 @@ APPKIT_EXTERN const NSFontWeight NSFontWeightSemibold;
 APPKIT_EXTERN const NSFontWeight NSFontWeightBold;
 
 typedef CGFloat NSFontWidth;
-APPKIT_EXTERN const NSFontWidth NSFontWidthStandard MACOS_INTRODUCED("13.0");
+APPKIT_EXTERN const NSFontWidth NSFontWidthStandard MACOS_INTRODUCED(13.0);
 
 @interface NSFont : NSObject <NSCopying>
 + (NSFont*)systemFontOfSize:(CGFloat)size;
 + (NSFont*)systemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight;
 + (NSFont*)systemFontOfSize:(CGFloat)size weight:(NSFontWeight)weight width:(NSFontWidth)width
-    MACOS_INTRODUCED("13.0");
+    MACOS_INTRODUCED(13.0);
 @property (readonly) CGFloat pointSize;
 @end
 

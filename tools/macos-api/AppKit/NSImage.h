@@ -11,7 +11,7 @@ APPKIT_EXTERN NSImageName const NSImageNameApplicationIcon;
 @interface NSImage : NSObject <NSCopying>
 + (nullable NSImage*)imageNamed:(NSImageName)name;
 + (nullable instancetype)imageWithSymbolName:(NSString*)name variableValue:(double)value
-    MACOS_INTRODUCED("13.0");
+    MACOS_INTRODUCED(13.0);
 - (nullable instancetype)initWithContentsOfURL:(NSURL*)url;
 @property NSSize size;
 @end

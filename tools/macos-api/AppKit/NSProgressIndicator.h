@@ -18,6 +18,9 @@ static const NSProgressIndicatorStyle NSProgressIndicatorSpinningStyle
 @property NSProgressIndicatorStyle style;
 @property (getter=isIndeterminate) BOOL indeterminate;
 @property double doubleValue;
+// YES: the indicator animates on a thread of its own, so it keeps moving while the main thread is
+// busy.
+@property BOOL usesThreadedAnimation;
 // Starting may come before the indicator is in a window; it animates once shown.
 - (void)startAnimation:(nullable id)sender;
 - (void)stopAnimation:(nullable id)sender;

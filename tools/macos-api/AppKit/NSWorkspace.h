@@ -26,7 +26,7 @@ typedef NS_OPTIONS(NSUInteger, NSApplicationActivationOptions) {
 - (BOOL)forceTerminate;
 - (BOOL)activateWithOptions:(NSApplicationActivationOptions)options;
 - (BOOL)activateFromApplication:(NSRunningApplication*)application
-                        options:(NSApplicationActivationOptions)options MACOS_INTRODUCED("14.0");
+                        options:(NSApplicationActivationOptions)options MACOS_INTRODUCED(14.0);
 @end
 
 // How an application is to be opened; every setting left alone keeps the system's default.

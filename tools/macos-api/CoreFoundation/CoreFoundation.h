@@ -10,7 +10,10 @@ extern "C" {
 
 typedef const void* CFTypeRef;
 typedef long CFIndex;
+typedef unsigned char Boolean;
 typedef const struct __attribute__((objc_bridge(NSString))) __CFString* CFStringRef;
+typedef const struct __attribute__((objc_bridge(NSURL))) __CFURL* CFURLRef;
+typedef struct __attribute__((objc_bridge(NSError))) __CFError* CFErrorRef;
 
 CFTypeRef CFRetain(CFTypeRef object);
 void CFRelease(CFTypeRef object);

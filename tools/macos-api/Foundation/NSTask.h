@@ -14,8 +14,10 @@ NS_ASSUME_NONNULL_BEGIN
 // Called on a background queue each time data can be read (empty data at end of file); set it to
 // nil to stop.
 @property (nullable, copy) void (^readabilityHandler)(NSFileHandle* handle);
+// Raises an Objective-C exception when the read fails.
 - (NSData*)readDataToEndOfFile;
-- (nullable NSData*)readDataToEndOfFileAndReturnError:(NSError**)error;
+// Nil, with the error, when the read fails.
+- (nullable NSData*)readDataToEndOfFileAndReturnError:(NSError**)error MACOS_INTRODUCED(10.15);
 - (void)closeFile;
 @end
 

@@ -35,8 +35,14 @@ public:
     void run() override { [application_ run]; }
     void terminate() override { [application_ terminate:nil]; }
 
+    // From macOS 14 on, activateIgnoringOtherApps: does nothing; activate is what comes forward
+    // there, whether or not another application is active.
     void activateIgnoringOtherApps(bool ignoringOtherApps) override {
-        [application_ activateIgnoringOtherApps:ignoringOtherApps ? YES : NO];
+        if (@available(macOS 14.0, *)) {
+            [application_ activate];
+        } else {
+            [application_ activateIgnoringOtherApps:ignoringOtherApps ? YES : NO];
+        }
     }
 
     // AppKit gives its generic application icon to a bundle without an icon of its own.

@@ -16,9 +16,12 @@ NSProgressIndicatorStyle nativeStyle(ui::ProgressIndicatorStyle style) {
 
 class NativeProgressIndicator final : public NativeViewOf<ui::ProgressIndicator> {
 public:
-    // AppKit's new indicators are indeterminate; a new one here starts determinate, as promised.
+    // AppKit's new indicators are indeterminate; a new one here starts determinate, as promised. It
+    // animates on a thread of its own, so it keeps moving while the main thread runs the
+    // administrator's AppleScript.
     NativeProgressIndicator() : indicator_([[NSProgressIndicator alloc] init]) {
         indicator_.indeterminate = NO;
+        indicator_.usesThreadedAnimation = YES;
     }
 
     NSView* nsView() const override { return indicator_; }

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # What the test command and the demo share: the Debian packages they need, and the build.
 # Sourced by tools/test.sh and tools/demo.sh, from the repository's top folder.
 

@@ -11,8 +11,8 @@
 #      whether Gatekeeper ran the installer translocated.
 #   3. Asked to quit during the install: while a Kelvo that refuses to quit holds the install in its
 #      2-second wait, the installer is asked to quit (an Apple event, as from the Dock or a logout).
-#      It finishes the install first (installer/app/install_run.cpp: an install cut off half-way
-#      would leave a partial Kelvo.app), then ends without starting Kelvo.
+#      Its delegate answers no termination request (installer/app/install_run.cpp), so it ends
+#      within about a second, that Kelvo still running: the install never reached its forced pass.
 #
 # Needs a Mac with a logged-in session (the macOS workflow runs it) and a build whose Kelvo.app is
 # the stand-in, which keeps a record of its start (kelvo/launch_record.h).
@@ -45,6 +45,9 @@ volume="/Volumes/Install Kelvo"
 installer_app="$volume/Install Kelvo.app"
 installer="$installer_app/Contents/MacOS/Install Kelvo"
 installer_identifier=com.getkelvo.installer
+# Seconds from a request to quit to the installer's end that count as "at once": the request goes
+# through osascript and an Apple event, and the forced pass it must beat comes 2 s after the ask.
+at_once=1.5
 evidence=${KELVO_E2E_EVIDENCE:-}
 # A Kelvo opened by the workspace does not inherit this environment, and so records here.
 export KELVO_LAUNCH_RECORD=/tmp/kelvo-launches.log
@@ -142,13 +145,17 @@ journey_asked_to_quit() {
   wait_for 10 has_recorded started || fail "the Kelvo that refuses to quit did not start"
   local holdout
   holdout=$(field "$(first_recorded started)" pid)
-  sleep 1  # its start is recorded before its event loop runs and it can be asked to quit
+  sleep 2  # its start is recorded before it is a running application that can be asked to quit
+
+  # osascript's first run loads AppleScript, which can take a second: not within the timed part.
+  osascript -e 'return 0' >/dev/null || fail "osascript does not run"
 
   echo "Opening the installer from $volume while a Kelvo that refuses to quit runs (pid $holdout)."
   "$installer" --dest "$destination" &
   installer_pid=$!
   # The refusal shows that the install runs and is in its 2-second wait before forcing that Kelvo.
-  wait_for 10 has_recorded refused || fail "the installer did not ask the running Kelvo to quit within 10 s"
+  wait_for 10 has_recorded refused ||
+    fail "no request to quit reached the running Kelvo within 10 s: the installer did not ask it as a running application"
   running "$holdout" || fail "the Kelvo that refuses to quit had gone before the installer was asked to quit"
   local asked
   asked=$(now)
@@ -178,14 +185,13 @@ journey_asked_to_quit() {
     fail "the installer went on to start Kelvo after it was asked to quit"
   fi
   [ -n "$installer_gone" ] || fail "the installer was still running 20 s after it was asked to quit"
-  local ended forced
+  local ended
   ended=$(seconds_between "$asked" "$installer_gone")
-  if [ -z "$holdout_gone" ] || ! not_later "$holdout_gone" "$installer_gone"; then
-    fail "the installer ended $ended s after it was asked to quit, cutting its install off: the Kelvo holding the install in its 2-second wait had not been forced yet"
+  if [ -n "$holdout_gone" ] && not_later "$holdout_gone" "$installer_gone"; then
+    fail "the installer ended $ended s after it was asked to quit, but only after forcing the Kelvo that held its install ($(seconds_between "$asked" "$holdout_gone") s after the request): it waited for its install"
   fi
-  forced=$(seconds_between "$asked" "$holdout_gone")
-  diff -r "$built_kelvo" "$destination/Kelvo.app" || fail "the install was cut off: $destination/Kelvo.app is missing or incomplete"
-  pass "asked to quit while a Kelvo that refuses to quit held the install, the installer finished the install first (forcing that Kelvo $forced s after the request, copying Kelvo.app complete) and ended $ended s after the request, without starting Kelvo."
+  not_later "$ended" "$at_once" || fail "the installer ended $ended s after it was asked to quit, not within $at_once s"
+  pass "asked to quit while a Kelvo that refuses to quit held the install in its 2-second wait, the installer ended $ended s after the request, that Kelvo still running: the install never reached its forced pass."
 }
 
 # run_journey NAME FUNCTION: runs one journey in a subshell of its own, torn down however it ends.

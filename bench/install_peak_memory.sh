@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build=${1:-build}
-installer=$build/packaging/"Install Kelvo.app"/Contents/MacOS/"Install Kelvo"
+installer="$build/packaging/Install Kelvo.app/Contents/MacOS/Install Kelvo"
 target_mb=80
 [ -x "$installer" ] || { echo "error: $installer is not built (cmake --build $build --target disk_image)" >&2; exit 1; }
 

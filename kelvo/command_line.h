@@ -4,8 +4,10 @@
 //
 // --eject-installer-volume  ejects the volume at MOUNT_POINT as soon as it is no longer busy (see
 //                           volume_eject.h), records the outcome, and keeps running.
-// --ignore-sigterm          SIGTERM is ignored; only SIGKILL, SIGINT or SIGHUP end it: the copy
-//                           that the installer has to force.
+// --ignore-sigterm          SIGTERM is ignored, and on macOS a request to quit is refused (its
+//                           delegate answers NSTerminateCancel and the refusal is recorded); only
+//                           SIGKILL, SIGINT or SIGHUP end it: the copy that the installer has to
+//                           force.
 // --exit-now                records the start and exits at once.
 //
 // Otherwise SIGTERM, SIGINT and SIGHUP end it (and on macOS a request to quit). Where the record

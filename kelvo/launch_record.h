@@ -10,6 +10,7 @@
 //   started: executable=<path> cwd=<folder> argc=<n>, then one arg=<text> per argument, in order
 //   eject:   volume=<path> outcome=ejected | outcome=<why it failed>
 //   quit:    signal=<number>, or on macOS request=terminate when it was asked to quit
+//   refused: request=terminate, on macOS, when it was started with --ignore-sigterm and asked to quit
 //
 // Each line is written with one append so lines of concurrent copies never interleave.
 #pragma once

@@ -12,12 +12,24 @@
 #include "quit_signals.h"
 #include "volume_eject.h"
 
-// Records why the application ends: a quit signal, or else a request to quit.
+// Records why the application ends: a quit signal, or else a request to quit. With
+// --ignore-sigterm it refuses requests to quit, as a copy that the installer must force does.
 @interface KelvoStandInDelegate : NSObject <NSApplicationDelegate>
 @property int quitSignal;  // 0 until a quit signal arrives
+@property BOOL refusesQuitRequests;
 @end
 
 @implementation KelvoStandInDelegate
+
+- (NSApplicationTerminateReply)applicationShouldTerminate:(NSApplication*)sender {
+    (void)sender;
+    // A quit signal is not a request: SIGINT and SIGHUP still end a copy that refuses requests.
+    if (self.refusesQuitRequests && self.quitSignal == 0) {
+        kelvo::appendLaunchRecord("refused", {{"request", "terminate"}});
+        return NSTerminateCancel;
+    }
+    return NSTerminateNow;
+}
 
 - (void)applicationWillTerminate:(NSNotification*)notification {
     (void)notification;
@@ -69,6 +81,7 @@ int main(int argc, char** argv) {
         NSApplication* application = NSApplication.sharedApplication;
         [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
         KelvoStandInDelegate* delegate = [[KelvoStandInDelegate alloc] init];
+        delegate.refusesQuitRequests = options.ignoreTerminate;
         application.delegate = delegate;
         quitOnSignal(quitSignals, delegate);
         if (options.ejectVolume) ejectInBackground(options.ejectVolume);

@@ -11,7 +11,8 @@ namespace kelvo {
 namespace {
 
 constexpr auto kBusyRetryInterval = std::chrono::milliseconds(100);
-constexpr auto kBusyGiveUpAfter = std::chrono::seconds(15);
+// A browsable image can be held busy by Spotlight indexing it for most of a minute.
+constexpr auto kBusyGiveUpAfter = std::chrono::seconds(60);
 constexpr const char* kEjected = "ejected";
 
 }  // namespace

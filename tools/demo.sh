@@ -52,6 +52,7 @@ started_at=$(date +%s.%N)
 if [ -z "$why_not_mounted" ]; then
   echo "Mounting the disk image at /Volumes/$volume and opening the installer from there."
   mkdir -p /Volumes
+  # shellcheck disable=SC2016  # the script's $1 and $2 are the inner shell's arguments
   unshare -m --propagation private /bin/sh -c '
     set -e
     image=$1 volume=$2; shift 2

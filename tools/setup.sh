@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # What the test command and the demo share: the Debian packages they need, and the build.
 # Sourced by tools/test.sh and tools/demo.sh, from the repository's top folder.
 
@@ -9,7 +10,7 @@ KELVO_PACKAGES=(
   xvfb xauth x11-apps x11-utils xdotool imagemagick fonts-dejavu-core libxcb1-dev libx11-dev
   squashfs-tools rsync time
   dbus polkitd pkexec
-  libplist-utils python3 python3-yaml clang
+  libplist-utils python3 python3-yaml clang shellcheck
 )
 
 # Installs whichever of KELVO_PACKAGES is missing; does nothing (and needs no network) when all

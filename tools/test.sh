@@ -11,6 +11,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 source tools/setup.sh
 
+# shellcheck disable=SC2119  # no target named: everything is built
 prepare_build
 # Reaps the orphans the tests leave (a Kelvo the installer started detached, say), which would
 # otherwise stay zombies that pgrep still lists.
@@ -22,6 +23,7 @@ if [ "$(id -u)" -ne 0 ] || ! unshare --pid --fork --mount-proc --mount true 2>/d
 fi
 mkdir -p build/tests/bin
 cp build/installer/platform/linux/ditto/ditto build/tests/bin/ditto
+# shellcheck disable=SC2016  # the script's $1 and $@ are the inner shell's arguments
 exec unshare --pid --fork --mount-proc --mount "$reaper" sh -c \
   'mount -t overlay kelvo-tests -o "lowerdir=$1:/usr/bin" /usr/bin ||
      echo "test: the built ditto is not at /usr/bin/ditto; the tests that run it skip." >&2

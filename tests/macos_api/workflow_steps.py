@@ -8,8 +8,9 @@ import sys
 
 import yaml
 
-# What the steps must do, in order: for each, a pattern that the step's `run` script or `uses`
-# action matches. One step may do several.
+# What the steps must do, in order: for each, a pattern that the step's `run` script, or its `uses`
+# action followed by a space and the path it is given (`with: path:`), matches. One step may do
+# several.
 EXPECTED_STEPS = [
     ("check out the sources", r"^actions/checkout@"),
     ("install GoogleTest with Homebrew", r"\bbrew install googletest\b"),
@@ -20,9 +21,21 @@ EXPECTED_STEPS = [
     ("lint the Info.plist", r"\bplutil -lint\b"),
     ("verify the signature", r"\bcodesign --verify --deep --strict\b"),
     ("verify the disk image", r"\bhdiutil verify\b"),
-    ("install Kelvo from the disk image", r"\bbash tools/macos-e2e\.sh\b"),
-    ("keep the disk image", r"^actions/upload-artifact@"),
+    # The download journey needs Gatekeeper's assessments off on the runner: without the option it
+    # would be skipped.
+    ("install Kelvo from the disk image in every journey, the download's included",
+     r"\bbash tools/macos-e2e\.sh --disable-assessments\b"),
+    ("keep the disk image", r"^actions/upload-artifact@\S+ build/packaging/Install Kelvo\.dmg$"),
+    ("keep the screens of failed journeys", r"^actions/upload-artifact@\S+ build/e2e-evidence$"),
 ]
+
+
+def step_text(step):
+    if step.get("run"):
+        return str(step["run"])
+    if step.get("uses"):
+        return f"{step['uses']} {(step.get('with') or {}).get('path', '')}"
+    return ""
 
 
 def problems_in(workflow):
@@ -37,7 +50,7 @@ def problems_in(workflow):
     if job.get("runs-on") != "macos-14":
         yield f"its job runs on {job.get('runs-on')!r}, not 'macos-14'"
     steps = job.get("steps") or []
-    texts = [step.get("run") or step.get("uses") or "" for step in steps]
+    texts = [step_text(step) for step in steps]
     position = 0
     for what, pattern in EXPECTED_STEPS:
         matching = [i for i, text in enumerate(texts) if re.search(pattern, text, re.MULTILINE)]
@@ -48,9 +61,9 @@ def problems_in(workflow):
             yield f"the step that does this comes too early: {what}"
         else:
             position = later[0]
-    kept = [step for step in steps if str(step.get("uses", "")).startswith("actions/upload-artifact@")]
-    if kept and not str(kept[0].get("with", {}).get("path", "")).endswith("Install Kelvo.dmg"):
-        yield "the artifact kept is not the disk image Install Kelvo.dmg"
+    end_to_end = [step for step, text in zip(steps, texts) if re.search(r"\btools/macos-e2e\.sh\b", text)]
+    if end_to_end and "KELVO_E2E_EVIDENCE" not in (end_to_end[0].get("env") or {}):
+        yield "the end-to-end step sets no KELVO_E2E_EVIDENCE: a failed journey would leave no picture"
 
 
 def main(path):

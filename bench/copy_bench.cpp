@@ -23,8 +23,8 @@ int generate(const char* folder) {
 }
 
 int copy(const char* source, const char* destination) {
-    if (auto error = platform::linux_backend::copyTree(source, destination)) {
-        std::fprintf(stderr, "copy_bench: %s\n", error->localizedDescription().c_str());
+    if (auto copied = platform::linux_backend::copyTree(source, destination); !copied) {
+        std::fprintf(stderr, "copy_bench: %s\n", copied.error().localizedDescription().c_str());
         return 1;
     }
     return 0;

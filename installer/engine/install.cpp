@@ -1,4 +1,3 @@
-#include <memory>
 #include <optional>
 
 #include "engine/installer.h"
@@ -11,12 +10,12 @@ constexpr const char* kCompletenessMark = "Contents/Info.plist";
 constexpr const char* kIncompleteCopy = "The copy appeared to succeed but the app is incomplete.";
 
 // Replaces whatever is at `destination` with a copy of `source` using the plain file manager.
-// The error of the step that failed, if one did; after a failed removal no copy is attempted.
-std::optional<platform::Error> plainCopy(const platform::FileURL& source,
-                                         const platform::FileURL& destination) {
+// After a failed removal no copy is attempted.
+platform::Expected<void, platform::Error> plainCopy(const platform::FileURL& source,
+                                                    const platform::FileURL& destination) {
     platform::FileManager& files = platform::fileManager();
     if (files.fileExistsAtPath(destination.path())) {
-        if (std::optional<platform::Error> removal = files.removeItem(destination)) return removal;
+        if (auto removal = files.removeItem(destination); !removal) return removal;
     }
     return files.copyItem(source, destination);
 }
@@ -35,15 +34,15 @@ platform::Expected<void, InstallError> Installer::install() const {
     if (!source) return Result::failure(InstallError::embeddedAppMissing());
 
     // Installers replacing the same bundle at once take turns, or one's removal deletes what
-    // another has just copied. A lock between processes: it shares no state within this one.
-    std::unique_ptr<platform::ItemLock> turn = platform::fileManager().lockItem(destinationURL());
+    // another has just copied. A lock between processes: it shares no state within this one. Where
+    // none can be set up, the install goes on without.
+    auto turn = platform::fileManager().lockItem(destinationURL());
 
     if (Result stopped = stopRunningInstances(); !stopped) return stopped;
 
     platform::FileURL destination = destinationURL();
-    if (std::optional<platform::Error> plainCopyError = plainCopy(*source, destination)) {
-        if (Result fallback = runPrivilegedInstall(source->path(), destination.path(), *plainCopyError);
-            !fallback) {
+    if (auto plain = plainCopy(*source, destination); !plain) {
+        if (Result fallback = runPrivilegedInstall(source->path(), destination.path(), plain.error()); !fallback) {
             return fallback;
         }
     }

@@ -24,7 +24,9 @@ void Installer::launchInstalledApp(LaunchCompletion completion) const {
     // The workspace answers on a thread of its own choosing; the caller is always answered on the
     // main queue, where it may touch the window.
     platform::workspace().openApplication(
-        app, configuration, [completion = std::move(completion)](std::optional<platform::Error> error) {
+        app, configuration, [completion = std::move(completion)](platform::Expected<void, platform::Error> opened) {
+            std::optional<platform::Error> error;
+            if (!opened) error = std::move(opened).error();
             platform::dispatch().mainAsync([completion, error = std::move(error)] { completion(error); });
         });
 }

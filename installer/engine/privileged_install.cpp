@@ -73,14 +73,15 @@ platform::Expected<void, InstallError> Installer::runPrivilegedInstall(
     std::string command = privilegedInstallCommand(sourcePath, destinationPath, effectiveUserId);
     std::string source = std::string(kScriptStart) + appleScriptEscaped(command) + std::string(kScriptEnd);
 
-    std::unique_ptr<platform::AppleScript> script = platform::appleScript().scriptWithSource(source);
+    auto script = platform::appleScript().scriptWithSource(source);
     if (!script) return Result::failure(InstallError::copyFailed(plainCopyError.localizedDescription()));
 
-    std::optional<platform::AppleScriptErrorInfo> errorInfo = script->execute();
-    if (!errorInfo) return {};
+    auto ran = script.value()->execute();
+    if (ran) return {};
 
-    auto message = errorInfo->find(platform::kAppleScriptErrorMessage);
-    if (message != errorInfo->end()) {
+    const platform::Error::Info& errorInfo = ran.error().info();
+    auto message = errorInfo.find(platform::kAppleScriptErrorMessage);
+    if (message != errorInfo.end()) {
         if (const std::string* text = std::get_if<std::string>(&message->second)) {
             return Result::failure(InstallError::copyFailed(*text));
         }

@@ -5,6 +5,7 @@
 #include "engine/product_identity.h"
 #include "engine/text_lines.h"
 #include "platform/services.h"
+#include "platform/utf8.h"
 
 namespace engine {
 namespace {
@@ -31,14 +32,14 @@ std::set<std::int32_t> applicationScan(std::int32_t ownIdentifier) {
 }
 
 void addListedIdentifiers(const std::string& output, std::int32_t ownIdentifier, std::set<std::int32_t>& found) {
-    for (const std::u32string& line : text::nonEmptyLines(text::decodeUTF8(output))) {
+    for (const std::u32string& line : text::nonEmptyLines(platform::utf8::decode(output))) {
         std::optional<std::int32_t> identifier = text::parseInt32(line);
         if (identifier && *identifier != ownIdentifier) found.insert(*identifier);
     }
 }
 
 std::string failureText(const std::string& errorOutput) {
-    std::string trimmed = text::encodeUTF8(text::trimmedOfWhitespaceAndNewlines(text::decodeUTF8(errorOutput)));
+    std::string trimmed = platform::utf8::encode(text::trimmedOfWhitespaceAndNewlines(platform::utf8::decode(errorOutput)));
     return trimmed.empty() ? kCheckFailedWithoutText : trimmed;
 }
 

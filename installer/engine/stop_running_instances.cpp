@@ -19,7 +19,10 @@ constexpr int kKillSignal = 9;        // SIGKILL
 constexpr int kProbeSignal = 0;       // delivers nothing; tests that the process exists
 
 // Only "no such process" means a process has gone: a process of another user (EPERM) is there.
-bool hasExited(std::int32_t pid) { return platform::processSignals().kill(pid, kProbeSignal) == ESRCH; }
+bool hasExited(std::int32_t pid) {
+    auto probe = platform::processSignals().kill(pid, kProbeSignal);
+    return !probe && probe.error().errorNumber() == ESRCH;
+}
 
 bool allHaveExited(const ProcessIdentifiers& pids) {
     for (std::int32_t pid : pids) {
@@ -32,7 +35,7 @@ void askToQuit(const ProcessIdentifiers& pids) {
     for (std::int32_t pid : pids) {
         auto application = platform::workspace().runningApplicationWithProcessIdentifier(pid);
         if (application && application->terminate()) continue;
-        platform::processSignals().kill(pid, kTerminateSignal);
+        (void)platform::processSignals().kill(pid, kTerminateSignal);  // the next listing decides
     }
 }
 
@@ -42,7 +45,7 @@ void forceToQuit(const ProcessIdentifiers& pids) {
             application->forceTerminate();
         }
         if (hasExited(pid)) continue;
-        platform::processSignals().kill(pid, kKillSignal);
+        (void)platform::processSignals().kill(pid, kKillSignal);
     }
 }
 

@@ -1,5 +1,6 @@
-// Reading a tool's text output the way the platform's string functions do: lossy UTF-8 decoding,
-// splitting at every kind of line break, trimming white space and strict integer parsing.
+// Reading a tool's text output the way the platform's string functions do, once it is decoded
+// (platform/utf8.h): splitting at every kind of line break, trimming white space and strict integer
+// parsing.
 #pragma once
 
 #include <cstdint>
@@ -9,12 +10,6 @@
 #include <vector>
 
 namespace engine::text {
-
-// The code points of `bytes` read as UTF-8, with U+FFFD in place of each maximal invalid sequence.
-std::u32string decodeUTF8(std::string_view bytes);
-
-// `codePoints` as UTF-8.
-std::string encodeUTF8(std::u32string_view codePoints);
 
 // The non-empty pieces of `text` between line breaks: LF, VT, FF, CR, CR LF (one break), U+0085,
 // U+2028, U+2029.

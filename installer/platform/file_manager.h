@@ -5,10 +5,10 @@
 #pragma once
 
 #include <memory>
-#include <optional>
 #include <string>
 
 #include "platform/error.h"
+#include "platform/expected.h"
 #include "platform/file_url.h"
 
 namespace platform {
@@ -28,13 +28,9 @@ public:
     // its target does (the link is followed, as the platform's own test does).
     virtual bool fileExistsAtPath(const std::string& path) = 0;
 
-    // The process's current working directory, as an absolute path; none when it cannot be told
-    // (it has been removed, or a folder above it may not be read).
-    virtual std::optional<std::string> currentDirectoryPath() = 0;
-
     // Removes the item at `url` and everything below it. Symbolic links are removed, never
     // followed. Fails when nothing is there. Not atomic: a failure may leave part of the tree.
-    virtual std::optional<Error> removeItem(const FileURL& url) = 0;
+    virtual Expected<void, Error> removeItem(const FileURL& url) = 0;
 
     // Copies the item at `from` to `to`, which must not exist yet; the folder that will hold `to`
     // must exist. The copy keeps what an application bundle needs to keep working and to keep its
@@ -43,15 +39,14 @@ public:
     // hard links and sparse files stay sparse. Fails before writing anything when `to` is `from`
     // itself or lies inside it, whatever links or ".." hide that. Not atomic: a failure may leave
     // a partial tree at `to`.
-    virtual std::optional<Error> copyItem(const FileURL& from, const FileURL& to) = 0;
+    virtual Expected<void, Error> copyItem(const FileURL& from, const FileURL& to) = 0;
 
     // Waits until no other process holds the lock for the item at `url`, then takes it. The item
     // need not exist. Spellings of one location (through linked folders, with "." or doubled
     // slashes) share one lock, and a location keeps its lock when missing folders on its path are
     // created; the item's own name is not resolved, since a link there is replaced, not followed.
-    // Null when no lock can be set up here: the caller then goes on without one. Advisory: it
-    // keeps out only those who ask for it.
-    virtual std::unique_ptr<ItemLock> lockItem(const FileURL& url) = 0;
+    // Fails when no lock can be set up here. Advisory: it keeps out only those who ask for it.
+    virtual Expected<std::unique_ptr<ItemLock>, Error> lockItem(const FileURL& url) = 0;
 };
 
 }  // namespace platform

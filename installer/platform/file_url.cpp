@@ -1,9 +1,24 @@
 #include "platform/file_url.h"
 
-#include "platform/services.h"
+#include <unistd.h>
+
+#include <cerrno>
+#include <optional>
+#include <vector>
 
 namespace platform {
 namespace {
+
+// The process's working folder; none when it cannot be told (it has been removed, or a folder above
+// it may not be read).
+std::optional<std::string> workingFolder() {
+    std::vector<char> buffer(4096);
+    while (getcwd(buffer.data(), buffer.size()) == nullptr) {
+        if (errno != ERANGE) return std::nullopt;
+        buffer.resize(buffer.size() * 2);
+    }
+    return std::string(buffer.data());
+}
 
 std::string withoutTrailingSlashes(std::string path) {
     while (path.size() > 1 && path.back() == '/') path.pop_back();
@@ -14,7 +29,7 @@ std::string withoutTrailingSlashes(std::string path) {
 
 FileURL FileURL::fileURLWithPath(const std::string& path) {
     if (!path.empty() && path.front() == '/') return FileURL(withoutTrailingSlashes(path));
-    std::optional<std::string> base = fileManager().currentDirectoryPath();
+    std::optional<std::string> base = workingFolder();
     if (!base) return FileURL(withoutTrailingSlashes(path));
     if (path.empty()) return FileURL(withoutTrailingSlashes(*base));
     return FileURL(*base).appendingPathComponent(path);

@@ -10,8 +10,8 @@ namespace platform {
 
 class FileURL {
 public:
-    // The URL of `path`. A relative path is resolved against the current working directory at
-    // this moment (asked of the file manager service). Trailing slashes are dropped, except for
+    // The URL of `path`. A relative path is resolved against the process's working folder at this
+    // moment. Trailing slashes are dropped, except for
     // the root itself, so "/Applications/" and "/Applications" name the same URL.
     //
     // An empty path names the current working directory, as it does for the platform's own file

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/error.h"
+#include "platform/expected.h"
 #include "platform/file_url.h"
 
 namespace platform {
@@ -60,10 +61,11 @@ public:
     runningApplicationWithProcessIdentifier(std::int32_t pid) = 0;
 
     // Opens the application bundle at `url` with `configuration` and returns at once. Later, on a
-    // thread of its own choosing, calls `completion` exactly once: with none when the application
-    // was started, or with the error that prevented it.
+    // thread of its own choosing, calls `completion` exactly once: with success when the
+    // application was started, or with the error that prevented it.
+    using OpenCompletion = std::function<void(Expected<void, Error>)>;
     virtual void openApplication(const FileURL& url, const OpenConfiguration& configuration,
-                                 std::function<void(std::optional<Error>)> completion) = 0;
+                                 OpenCompletion completion) = 0;
 };
 
 }  // namespace platform

@@ -25,11 +25,12 @@ std::string scriptFor(const std::string& command, bool privileged = false) {
 std::string outcomeOf(const std::string& source) {
     auto script = platform::appleScript().scriptWithSource(source);
     if (!script) return "the source was not taken";
-    std::optional<platform::AppleScriptErrorInfo> failure = script->execute();
-    if (!failure) return "success";
-    std::string text = std::to_string(std::get<std::int64_t>(failure->at(platform::kAppleScriptErrorNumber)));
-    auto message = failure->find(platform::kAppleScriptErrorMessage);
-    return message == failure->end() ? text : text + ": " + std::get<std::string>(message->second);
+    auto ran = script.value()->execute();
+    if (ran) return "success";
+    const platform::Error::Info& failure = ran.error().info();
+    std::string text = std::to_string(std::get<std::int64_t>(failure.at(platform::kAppleScriptErrorNumber)));
+    auto message = failure.find(platform::kAppleScriptErrorMessage);
+    return message == failure.end() ? text : text + ": " + std::get<std::string>(message->second);
 }
 
 TEST(AppleScriptRunner, ShellCommandsEndAsTheShellSays) {

@@ -19,7 +19,9 @@ namespace {
 using namespace testing_support;
 using platform::FileURL;
 
-std::string describe(const std::optional<platform::Error>& error) { return error ? error->localizedDescription() : ""; }
+std::string describe(const platform::Expected<void, platform::Error>& done) {
+    return done ? "" : done.error().localizedDescription();
+}
 
 std::string copyError(const std::string& from, const std::string& to) {
     return describe(platform::fileManager().copyItem(FileURL::fileURLWithPath(from), FileURL::fileURLWithPath(to)));

@@ -25,7 +25,8 @@ using namespace std::chrono_literals;
 using namespace testing_support;
 
 std::unique_ptr<platform::ItemLock> lockItem(const std::string& path) {
-    return platform::fileManager().lockItem(platform::FileURL::fileURLWithPath(path));
+    auto lock = platform::fileManager().lockItem(platform::FileURL::fileURLWithPath(path));
+    return lock ? std::move(lock).value() : nullptr;
 }
 
 // True when locking `second` (after `meanwhile`) waits while `first` is held, and gets the lock

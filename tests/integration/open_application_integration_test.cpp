@@ -31,11 +31,13 @@ void makeBundle(const std::string& app, const std::string& program) {
 
 // "" when the workspace reports the app started, otherwise its error's description.
 std::string openAndWait(const std::string& app, const std::vector<std::string>& arguments) {
-    std::promise<std::optional<platform::Error>> outcome;
-    platform::workspace().openApplication(platform::FileURL::fileURLWithPath(app), {.arguments = arguments},
-                                          [&](std::optional<platform::Error> error) { outcome.set_value(error); });
-    std::optional<platform::Error> error = outcome.get_future().get();
-    return error ? error->localizedDescription() : "";
+    std::promise<std::string> outcome;
+    platform::workspace().openApplication(
+        platform::FileURL::fileURLWithPath(app), {.arguments = arguments},
+        [&](platform::Expected<void, platform::Error> opened) {
+            outcome.set_value(opened ? "" : opened.error().localizedDescription());
+        });
+    return outcome.get_future().get();
 }
 
 // Whatever the installer was started with: a descriptor left open, signals ignored or blocked.

@@ -52,7 +52,6 @@ public:
     std::optional<std::string> resources = bundle + "/Contents/Resources";
 
     std::set<std::string> paths = {*resources + "/Kelvo.app", *resources + "/Kelvo.app/Contents/Info.plist"};
-    std::optional<std::string> workingDirectory = "/Users/me";
     std::optional<std::string> removalError;  // what removeItem fails with
     std::optional<std::string> copyError;     // what copyItem fails with
     bool copiesAreComplete = true;            // a copy (the plain one or a script's) holds Contents/Info.plist
@@ -60,11 +59,11 @@ public:
     std::vector<ScriptedProcess> processes;  // in the platform's order
     std::deque<ToolAnswer> toolAnswers;      // pgrep's next answers; then it answers from `processes`
 
-    bool refusesScripts = false;                                // scriptWithSource gives none
-    std::optional<platform::AppleScriptErrorInfo> scriptError;  // what running a script reports
+    bool refusesScripts = false;                 // scriptWithSource fails
+    std::optional<platform::Error::Info> scriptError;  // the error information running a script reports
     std::vector<std::string> scriptSources;
 
-    std::function<void(std::optional<platform::Error>)> openHandler;  // the workspace's pending answer
+    platform::Workspace::OpenCompletion openHandler;  // the workspace's pending answer
 
     std::vector<std::string> log;
 
@@ -98,24 +97,25 @@ public:
     std::string bundlePath() override { return bundle; }
     std::optional<platform::FileURL> resourceURL() override { return url(resources); }
 
+    using Done = platform::Expected<void, platform::Error>;
+
     bool fileExistsAtPath(const std::string& path) override { add("exists " + path); return paths.contains(path); }
-    std::optional<std::string> currentDirectoryPath() override { return workingDirectory; }
-    std::optional<platform::Error> removeItem(const platform::FileURL& url) override {
+    Done removeItem(const platform::FileURL& url) override {
         add("remove " + url.path());
-        if (removalError) return platform::Error(*removalError);
+        if (removalError) return Done::failure(platform::Error(*removalError));
         std::erase_if(paths, [&](const std::string& path) { return (path + "/").starts_with(url.path() + "/"); });
-        return std::nullopt;
+        return {};
     }
-    std::optional<platform::Error> copyItem(const platform::FileURL& from, const platform::FileURL& to) override {
+    Done copyItem(const platform::FileURL& from, const platform::FileURL& to) override {
         add("copy " + from.path() + " " + to.path());
-        if (copyError) return platform::Error(*copyError);
+        if (copyError) return Done::failure(platform::Error(*copyError));
         paths.insert(to.path());
         if (copiesAreComplete) paths.insert(to.path() + "/Contents/Info.plist");
-        return std::nullopt;
+        return {};
     }
-    std::unique_ptr<platform::ItemLock> lockItem(const platform::FileURL& url) override {
+    platform::Expected<std::unique_ptr<platform::ItemLock>, platform::Error> lockItem(const platform::FileURL& url) override {
         add("lock " + url.path());
-        return std::make_unique<Lock>(*this, url.path());
+        return std::unique_ptr<platform::ItemLock>(std::make_unique<Lock>(*this, url.path()));
     }
 
     std::vector<std::shared_ptr<platform::RunningApplication>> runningApplications() override {
@@ -133,7 +133,7 @@ public:
         return std::make_shared<Handle>(*this, pid);
     }
     void openApplication(const platform::FileURL& url, const platform::OpenConfiguration& configuration,
-                         std::function<void(std::optional<platform::Error>)> completion) override {
+                         OpenCompletion completion) override {
         std::string entry = "open " + url.path();
         if (configuration.arguments) entry += " [" + joined(*configuration.arguments, " ") + "]";
         add(entry + (configuration.activates ? " activated" : ""));
@@ -150,23 +150,25 @@ public:
         return platform::ChildProcessResult{output.empty() ? 1 : 0, output, ""};
     }
 
-    int kill(std::int32_t pid, int signal) override {
+    Done kill(std::int32_t pid, int signal) override {
         if (signal != 0) add("kill " + std::to_string(pid) + " " + std::to_string(signal));
-        if (!isRunning(pid)) return ESRCH;
+        if (!isRunning(pid)) return platform::errorNumberFailure(ESRCH);
         ScriptedProcess& process = *find(pid);
-        if (process.signalError != 0) return process.signalError;
+        if (process.signalError != 0) return platform::errorNumberFailure(process.signalError);
         if (signal == 15) askToQuit(process);
         if (signal == 9) force(process);
-        return 0;
+        return {};
     }
 
     std::chrono::system_clock::time_point now() override { return std::chrono::system_clock::time_point(elapsed_); }
     void sleepFor(Seconds interval) override { elapsed_ += std::chrono::round<decltype(elapsed_)>(interval); }
 
-    std::unique_ptr<platform::AppleScript> scriptWithSource(const std::string& source) override {
+    platform::Expected<std::unique_ptr<platform::AppleScript>, platform::Error> scriptWithSource(
+        const std::string& source) override {
         add("script");
         scriptSources.push_back(source);
-        return refusesScripts ? nullptr : std::make_unique<Script>(*this);
+        if (refusesScripts) return platform::Expected<std::unique_ptr<platform::AppleScript>, platform::Error>::failure(platform::Error("Refused."));
+        return std::unique_ptr<platform::AppleScript>(std::make_unique<Script>(*this));
     }
 
     void mainAsync(Task task) override { add("main"); main_.push_back(std::move(task)); }
@@ -212,11 +214,12 @@ private:
 
     struct Script final : platform::AppleScript {
         explicit Script(ScriptedSystem& system) : system(system) {}
-        std::optional<platform::AppleScriptErrorInfo> execute() override {
+        Done execute() override {
             system.add("execute");
+            if (system.scriptError) return Done::failure(platform::Error("The script failed.", *system.scriptError));
             // A script that succeeds installs into the default destination.
-            if (!system.scriptError && system.copiesAreComplete) system.paths.insert("/Applications/Kelvo.app/Contents/Info.plist");
-            return system.scriptError;
+            if (system.copiesAreComplete) system.paths.insert("/Applications/Kelvo.app/Contents/Info.plist");
+            return {};
         }
         ScriptedSystem& system;
     };

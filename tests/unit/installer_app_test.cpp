@@ -93,7 +93,8 @@ TEST(InstallerApp, EndsAfterADelayOnSuccessAndThroughTheAlertOnFailure) {
         run.start(row.arguments);
         run.install();
         if (run.system.openHandler) {
-            run.system.openHandler(row.launchError ? std::optional(platform::Error(*row.launchError)) : std::nullopt);
+            using Opened = platform::Expected<void, platform::Error>;
+            run.system.openHandler(row.launchError ? Opened::failure(platform::Error(*row.launchError)) : Opened());
             run.system.runMainTasks();
         }
         EXPECT_EQ(run.events(), row.events) << row.name;

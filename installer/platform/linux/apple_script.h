@@ -24,8 +24,8 @@ namespace platform::linux_backend {
 
 class LinuxAppleScriptRunner final : public AppleScriptRunner {
 public:
-    // None only when `source` is not valid UTF-8; a malformed script is reported by `execute`.
-    std::unique_ptr<AppleScript> scriptWithSource(const std::string& source) override;
+    // Fails only when `source` is not valid UTF-8; a malformed script is reported by `execute`.
+    Expected<std::unique_ptr<AppleScript>, Error> scriptWithSource(const std::string& source) override;
 };
 
 }  // namespace platform::linux_backend

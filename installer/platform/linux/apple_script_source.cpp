@@ -15,9 +15,9 @@ constexpr const char* kBadEscape =
 constexpr const char* kTrailingText =
     "Syntax error: only \u201Cwith administrator privileges\u201D may follow the string.";
 
-using Result = Expected<ShellScript, ScriptSyntaxError>;
+using Result = Expected<ShellScript, Error>;
 
-Result malformed(const char* message) { return Result::failure(ScriptSyntaxError{message}); }
+Result malformed(const char* message) { return Result::failure(Error(message)); }
 
 // The character an escape stands for; 0 when the escape is not one AppleScript knows.
 char unescaped(char escape) {
@@ -56,24 +56,6 @@ Result parseShellScriptSource(const std::string& source) {
         return malformed(kTrailingText);
     }
     return script;
-}
-
-bool isValidUTF8(const std::string& text) {
-    for (std::size_t at = 0; at < text.size();) {
-        unsigned char lead = static_cast<unsigned char>(text[at]);
-        std::size_t length = lead < 0x80 ? 1 : (lead >> 5) == 0x6 ? 2 : (lead >> 4) == 0xE ? 3 : (lead >> 3) == 0x1E ? 4 : 0;
-        if (length == 0 || at + length > text.size()) return false;
-        char32_t value = length == 1 ? lead : lead & (0x7F >> length);
-        for (std::size_t i = 1; i < length; ++i) {
-            unsigned char next = static_cast<unsigned char>(text[at + i]);
-            if ((next & 0xC0) != 0x80) return false;
-            value = (value << 6) | (next & 0x3F);
-        }
-        static constexpr char32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-        if (value < kSmallest[length] || value > 0x10FFFF || (value >= 0xD800 && value <= 0xDFFF)) return false;
-        at += length;
-    }
-    return true;
 }
 
 }  // namespace platform::linux_backend

@@ -12,7 +12,7 @@
 #include <cstdint>
 #include <string>
 
-#include "platform/expected.h"
+#include "platform/error.h"
 
 namespace platform::linux_backend {
 
@@ -21,16 +21,10 @@ struct ShellScript {
     bool withAdministratorPrivileges = false;
 };
 
-struct ScriptSyntaxError {
-    std::string message;  // a readable sentence
-};
-
 // AppleScript's number for a syntax error, reported with every malformed source.
 inline constexpr std::int64_t kAppleScriptSyntaxErrorNumber = -2740;
 
-Expected<ShellScript, ScriptSyntaxError> parseShellScriptSource(const std::string& source);
-
-// True when `text` is well-formed UTF-8 (no overlong forms, surrogates or values past U+10FFFF).
-bool isValidUTF8(const std::string& text);
+// The script `source` holds; a malformed one fails with a sentence saying why.
+Expected<ShellScript, Error> parseShellScriptSource(const std::string& source);
 
 }  // namespace platform::linux_backend

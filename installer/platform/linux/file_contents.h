@@ -4,8 +4,9 @@
 #include <sys/stat.h>
 
 #include <atomic>
-#include <optional>
 #include <vector>
+
+#include "platform/error.h"
 
 namespace platform::linux_backend {
 
@@ -15,8 +16,8 @@ namespace platform::linux_backend {
 // than the original. Uses the kernel's copy_file_range while `rangeCopyWorks` says it can; when
 // the kernel refuses it for these file systems (EXDEV, EINVAL, ENOSYS, EOPNOTSUPP before any byte
 // was copied) clears the flag, so the rest of a tree copy skips the attempt, and reads and writes
-// through `buffer` instead. The error number on failure.
-std::optional<int> copyFileContents(int in, int out, const struct stat& status, std::atomic<bool>& rangeCopyWorks,
-                                    std::vector<char>& buffer);
+// through `buffer` instead. A failure carries the error number.
+Expected<void, Error> copyFileContents(int in, int out, const struct stat& status, std::atomic<bool>& rangeCopyWorks,
+                                       std::vector<char>& buffer);
 
 }  // namespace platform::linux_backend

@@ -18,15 +18,14 @@
 #include "platform/linux/item_metadata.h"
 #include "platform/posix/copy_into_itself.h"
 #include "platform/posix/descriptor.h"
-#include "platform/posix/error_number_text.h"
 #include "platform/posix/tree_removal.h"
 
 namespace platform::linux_backend {
 namespace {
 
 using posix::copyError;
-using posix::copyIntoItselfError;
 using posix::Descriptor;
+using Result = Expected<void, Error>;
 
 // A walker thread creates folders and links while these copy files: on two cores, one reads
 // while another waits for the disk.
@@ -41,14 +40,17 @@ class TreeCopy {
 public:
     explicit TreeCopy(bool merge) : merge_(merge), workers_(kCopyThreads, kQueuedFiles) {}
 
-    std::optional<Error> run(const std::string& from, const std::string& to) {
+    Result run(const std::string& from, const std::string& to) {
         struct stat status{};
-        if (lstat(from.c_str(), &status) != 0) return copyError(from, to, posix::errorNumberText(errno));
-        if (std::optional<Error> refusal = copyIntoItselfError(from, to)) return refusal;
+        if (lstat(from.c_str(), &status) != 0) {
+            return Result::failure(copyError(from, to, Error::fromErrorNumber(errno).localizedDescription()));
+        }
+        if (Result allowed = posix::ensureNotIntoItself(from, to); !allowed) return allowed;
         copyItem(from, to, S_ISREG(status.st_mode) ? DT_REG : DT_UNKNOWN);
         workers_.finish();
         if (!failed()) finishFolders();
-        return error_;
+        if (error_) return Result::failure(*error_);
+        return {};
     }
 
 private:
@@ -66,7 +68,10 @@ private:
         failed_ = true;
     }
     void fail(const std::string& from, const std::string& to, int error) {
-        fail(from, to, posix::errorNumberText(error));
+        fail(from, to, Error::fromErrorNumber(error).localizedDescription());
+    }
+    void fail(const std::string& from, const std::string& to, const Result& failure) {
+        fail(from, to, failure.error().localizedDescription());
     }
 
     // Called by the walker. Regular files go to the copying threads, which read their status.
@@ -90,7 +95,7 @@ private:
         if (!merge_ || lstat(to.c_str(), &existing) != 0) return false;
         if (S_ISDIR(existing.st_mode)) {
             if (folderComing) return true;
-            if (std::optional<Error> removal = posix::removeTree(to)) fail(from, to, removal->localizedDescription());
+            if (Result removal = posix::removeTree(to); !removal) fail(from, to, removal);
         } else if (unlink(to.c_str()) != 0) {
             fail(from, to, errno);
         }
@@ -138,21 +143,21 @@ private:
         clearWay(from, to, false);
         if (failed()) return;
         if (symlink(target.c_str(), to.c_str()) != 0) return fail(from, to, errno);
-        if (std::optional<int> error = copyMetadata({-1, from}, {-1, to}, status)) fail(from, to, *error);
+        if (Result copied = copyMetadata({-1, from}, {-1, to}, status); !copied) fail(from, to, copied);
     }
 
     // Opens the new file `to` into `out`. For a further name of a file with several names (hard
     // links) whose copy is made already, makes `to` one more name of that copy instead, leaving
-    // `out` closed. The error number on failure.
-    std::optional<int> createFile(const std::string& to, const struct stat& status, Descriptor& out) {
+    // `out` closed.
+    Result createFile(const std::string& to, const struct stat& status, Descriptor& out) {
         std::unique_lock lock(linksMutex_, std::defer_lock);
         if (status.st_nlink > 1) {
             lock.lock();  // held while the first copy is made, so no other name links to it before
             auto [copy, isFirst] = copiesOfLinkedFiles_.try_emplace({status.st_dev, status.st_ino}, to);
-            if (!isFirst) return link(copy->second.c_str(), to.c_str()) == 0 ? std::nullopt : std::optional<int>(errno);
+            if (!isFirst) return link(copy->second.c_str(), to.c_str()) == 0 ? Result() : errorNumberFailure(errno);
         }
         out = Descriptor(open(to.c_str(), kNewFileFlags, S_IRUSR | S_IWUSR));
-        return out.get() < 0 ? std::optional<int>(errno) : std::nullopt;
+        return out.get() < 0 ? errorNumberFailure(errno) : Result();
     }
 
     // Runs on a copying thread.
@@ -165,16 +170,16 @@ private:
         clearWay(from, to, false);
         if (failed()) return;
         Descriptor out;
-        if (std::optional<int> error = createFile(to, status, out)) return fail(from, to, *error);
+        if (Result created = createFile(to, status, out); !created) return fail(from, to, created);
         if (out.get() < 0) return;  // one more name of a file copied already
         posix_fadvise(in.get(), 0, 0, POSIX_FADV_SEQUENTIAL);
 
         thread_local std::vector<char> buffer;
         if (buffer.empty()) buffer.resize(kCopyBufferSize);
-        std::optional<int> error = copyFileContents(in.get(), out.get(), status, rangeCopyWorks_, buffer);
-        if (!error) error = copyMetadata({in.get(), from}, {out.get(), to}, status);
-        if (!error && close(out.release()) != 0) error = errno;
-        if (error) fail(from, to, *error);
+        Result copied = copyFileContents(in.get(), out.get(), status, rangeCopyWorks_, buffer);
+        if (copied) copied = copyMetadata({in.get(), from}, {out.get(), to}, status);
+        if (copied && close(out.release()) != 0) copied = errorNumberFailure(errno);
+        if (!copied) fail(from, to, copied);
     }
 
     // Folder metadata comes last and deepest first: writing into a folder changes its times, and
@@ -182,9 +187,9 @@ private:
     void finishFolders() {
         for (auto folder = folders_.rbegin(); folder != folders_.rend() && !failed(); ++folder) {
             Descriptor fd(open(folder->to.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
-            std::optional<int> error = fd.get() < 0 ? std::optional<int>(errno) : std::nullopt;
-            if (!error) error = copyMetadata({-1, folder->from}, {fd.get(), folder->to}, folder->status);
-            if (error) fail(folder->from, folder->to, *error);
+            Result finished = fd.get() < 0 ? errorNumberFailure(errno) : Result();
+            if (finished) finished = copyMetadata({-1, folder->from}, {fd.get(), folder->to}, folder->status);
+            if (!finished) fail(folder->from, folder->to, finished);
         }
     }
 
@@ -202,11 +207,11 @@ private:
 
 }  // namespace
 
-std::optional<Error> copyTree(const std::string& from, const std::string& to) {
+Result copyTree(const std::string& from, const std::string& to) {
     return TreeCopy(false).run(from, to);
 }
 
-std::optional<Error> mergeTree(const std::string& from, const std::string& to) {
+Result mergeTree(const std::string& from, const std::string& to) {
     return TreeCopy(true).run(from, to);
 }
 

@@ -6,7 +6,6 @@
 // left on device."); neither is atomic, so a failure may leave part of a tree behind.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "platform/error.h"
@@ -20,12 +19,12 @@ namespace platform::linux_backend {
 // Never follows a link in the source and never writes through one in the destination: every
 // destination item is newly created. Files with holes stay sparse, and names of one file (hard
 // links) within the tree stay names of one file. Refuses to copy a folder into itself or an item
-// onto itself (`copyIntoItselfError`). Regular files are copied by a few threads at once.
-std::optional<Error> copyTree(const std::string& from, const std::string& to);
+// onto itself (posix/copy_into_itself.h). Regular files are copied by a few threads at once.
+Expected<void, Error> copyTree(const std::string& from, const std::string& to);
 
 // Like `copyTree`, but `to` may exist: when both are folders, the contents of `from` are merged
 // into `to`, each item already there in the way of a copied one being replaced. (What a copy tool
 // given an existing destination folder does.)
-std::optional<Error> mergeTree(const std::string& from, const std::string& to);
+Expected<void, Error> mergeTree(const std::string& from, const std::string& to);
 
 }  // namespace platform::linux_backend

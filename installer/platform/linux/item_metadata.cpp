@@ -11,6 +11,8 @@
 namespace platform::linux_backend {
 namespace {
 
+using Result = Expected<void, Error>;
+
 constexpr std::string_view kUserNamespace = "user.";
 
 ssize_t listNames(ItemHandle item, std::vector<char>& names) {
@@ -46,10 +48,10 @@ bool mayBeLeftOut(std::string_view name, int error) {
     return refused && !name.starts_with(kUserNamespace);
 }
 
-std::optional<int> copyExtendedAttributes(ItemHandle source, ItemHandle destination) {
+Result copyExtendedAttributes(ItemHandle source, ItemHandle destination) {
     std::vector<char> names;
     ssize_t listed = listNames(source, names);
-    if (listed < 0) return errno == ENOTSUP ? std::nullopt : std::optional<int>(errno);
+    if (listed < 0) return errno == ENOTSUP ? Result() : errorNumberFailure(errno);
     std::vector<char> value;
     for (std::size_t at = 0; at < static_cast<std::size_t>(listed);) {
         const char* name = names.data() + at;
@@ -58,32 +60,32 @@ std::optional<int> copyExtendedAttributes(ItemHandle source, ItemHandle destinat
         ssize_t size = getValue(source, name, value);
         if (size < 0) {
             if (errno == ENODATA || mayBeLeftOut(nameView, errno)) continue;
-            return errno;
+            return errorNumberFailure(errno);
         }
         if (setValue(destination, name, value.data(), static_cast<std::size_t>(size)) != 0 &&
             !mayBeLeftOut(nameView, errno)) {
-            return errno;
+            return errorNumberFailure(errno);
         }
     }
-    return std::nullopt;
+    return {};
 }
 
 }  // namespace
 
-std::optional<int> copyMetadata(ItemHandle source, ItemHandle destination, const struct stat& status) {
+Result copyMetadata(ItemHandle source, ItemHandle destination, const struct stat& status) {
     bool isLink = destination.fd < 0;
     if (geteuid() == 0) {
         int changed = isLink ? lchown(destination.path.c_str(), status.st_uid, status.st_gid)
                              : fchown(destination.fd, status.st_uid, status.st_gid);
-        if (changed != 0) return errno;
+        if (changed != 0) return errorNumberFailure(errno);
     }
-    if (std::optional<int> error = copyExtendedAttributes(source, destination)) return error;
-    if (!isLink && fchmod(destination.fd, status.st_mode & 07777) != 0) return errno;
+    if (Result done = copyExtendedAttributes(source, destination); !done) return done;
+    if (!isLink && fchmod(destination.fd, status.st_mode & 07777) != 0) return errorNumberFailure(errno);
     const struct timespec times[2] = {status.st_atim, status.st_mtim};
     int timed = isLink ? utimensat(AT_FDCWD, destination.path.c_str(), times, AT_SYMLINK_NOFOLLOW)
                        : futimens(destination.fd, times);
-    if (timed != 0) return errno;
-    return std::nullopt;
+    if (timed != 0) return errorNumberFailure(errno);
+    return {};
 }
 
 }  // namespace platform::linux_backend

@@ -4,8 +4,9 @@
 
 #include <sys/stat.h>
 
-#include <optional>
 #include <string>
+
+#include "platform/error.h"
 
 namespace platform::linux_backend {
 
@@ -22,7 +23,7 @@ struct ItemHandle {
 // (the "security.capability" attribute), so attributes and mode follow it; the times come last
 // because nothing else touches them. Attributes this user may not write outside the "user."
 // namespace (trusted., security., ...) are left out. For a symbolic link (`destination.fd`
-// negative) the permission bits do not apply. The error number on failure.
-std::optional<int> copyMetadata(ItemHandle source, ItemHandle destination, const struct stat& status);
+// negative) the permission bits do not apply. A failure carries the error number.
+Expected<void, Error> copyMetadata(ItemHandle source, ItemHandle destination, const struct stat& status);
 
 }  // namespace platform::linux_backend

@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <thread>
 
-#include "platform/posix/error_number_text.h"
 #include "platform/linux/property_list.h"
+#include "platform/posix/descriptor.h"
 #include "platform/linux/workspace.h"
 
 extern char** environ;
@@ -19,9 +19,9 @@ namespace {
 // How far to look for open descriptors when their number is not limited.
 constexpr int kDescriptorsWithoutLimit = 1 << 16;
 
-Error openFailure(const FileURL& url, const std::string& reason) {
-    return Error("The application \u201C" + url.lastPathComponent() + "\u201D could not be opened: " +
-                 reason);
+Expected<void, Error> openFailure(const FileURL& url, const std::string& reason) {
+    return Expected<void, Error>::failure(
+        Error("The application " + quoted(url.lastPathComponent()) + " could not be opened: " + reason));
 }
 
 // Ends this child after sending the parent the error number that stopped the start.
@@ -82,45 +82,40 @@ void defaultSignalHandling() {
 }
 
 // Starts `executable` as a grandchild in its own session and waits only for the exec to succeed or
-// fail: none when it succeeded, otherwise the error number.
-std::optional<int> startDetached(const std::string& executable, const std::vector<std::string>& arguments) {
+// fail; a failure carries the error number that stopped it.
+Expected<void, Error> startDetached(const std::string& executable, const std::vector<std::string>& arguments) {
     std::vector<char*> argv;
     argv.push_back(const_cast<char*>(executable.c_str()));
     for (const std::string& argument : arguments) argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
 
-    int report[2];
-    if (pipe2(report, O_CLOEXEC) != 0) return errno;
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0) return errorNumberFailure(errno);
+    posix::Descriptor fromChild(ends[0]), toParent(ends[1]);
     pid_t child = fork();
-    if (child < 0) {
-        int error = errno;
-        close(report[0]);
-        close(report[1]);
-        return error;
-    }
+    if (child < 0) return errorNumberFailure(errno);
     if (child == 0) {
         // Above the standard streams, which the grandchild replaces.
-        int toParent = report[1] > 2 ? report[1] : fcntl(report[1], F_DUPFD_CLOEXEC, 3);
+        int report = toParent.get() > 2 ? toParent.get() : fcntl(toParent.get(), F_DUPFD_CLOEXEC, 3);
         setsid();
         pid_t grandchild = fork();
-        if (grandchild < 0) reportFailure(toParent, errno);
+        if (grandchild < 0) reportFailure(report, errno);
         if (grandchild > 0) _exit(0);
-        becomeApplication(executable, argv.data(), toParent);
+        becomeApplication(executable, argv.data(), report);
     }
-    close(report[1]);
+    toParent = posix::Descriptor();
     while (waitpid(child, nullptr, 0) < 0 && errno == EINTR) {}
     int error = 0;
     ssize_t count;
-    while ((count = read(report[0], &error, sizeof error)) < 0 && errno == EINTR) {}
-    close(report[0]);
-    if (count == static_cast<ssize_t>(sizeof error)) return error;
-    return std::nullopt;
+    while ((count = read(fromChild.get(), &error, sizeof error)) < 0 && errno == EINTR) {}
+    if (count == static_cast<ssize_t>(sizeof error)) return errorNumberFailure(error);
+    return {};
 }
 
 }  // namespace
 
 void LinuxWorkspace::openApplication(const FileURL& url, const OpenConfiguration& configuration,
-                                     std::function<void(std::optional<Error>)> completion) {
+                                     OpenCompletion completion) {
     std::vector<std::string> arguments = configuration.arguments.value_or(std::vector<std::string>{});
     std::thread([url, arguments, completion = std::move(completion)] {
         std::optional<std::string> executableName =
@@ -130,11 +125,11 @@ void LinuxWorkspace::openApplication(const FileURL& url, const OpenConfiguration
             return;
         }
         std::string executable = url.appendingPathComponent("Contents/MacOS/" + *executableName).path();
-        if (std::optional<int> error = startDetached(executable, arguments)) {
-            completion(openFailure(url, posix::errorNumberText(*error) + "."));
+        if (auto started = startDetached(executable, arguments); !started) {
+            completion(openFailure(url, started.error().localizedDescription() + "."));
             return;
         }
-        completion(std::nullopt);
+        completion({});
     }).detach();
 }
 

@@ -21,7 +21,7 @@ public:
     // brings processes forward, and is not acted on. `completion` runs on a background thread once
     // the program has been started, or with why it could not be.
     void openApplication(const FileURL& url, const OpenConfiguration& configuration,
-                         std::function<void(std::optional<Error>)> completion) override;
+                         OpenCompletion completion) override;
 };
 
 }  // namespace platform::linux_backend

@@ -16,8 +16,8 @@ namespace platform::macos {
 
 class MacAppleScriptRunner final : public AppleScriptRunner {
 public:
-    // None when the source is not UTF-8 or NSAppleScript cannot take it.
-    std::unique_ptr<AppleScript> scriptWithSource(const std::string& source) override;
+    // Fails when the source is not UTF-8 or NSAppleScript cannot take it.
+    Expected<std::unique_ptr<AppleScript>, Error> scriptWithSource(const std::string& source) override;
 };
 
 }  // namespace platform::macos

@@ -7,9 +7,6 @@
 namespace platform::macos {
 namespace {
 
-// The number AppleScript reports for a failure it gives no number of its own ("errOSAGeneralError").
-constexpr std::int64_t kGeneralErrorNumber = -2700;
-
 void onMainThread(dispatch_block_t block) {
     if (NSThread.isMainThread) {
         block();
@@ -18,19 +15,21 @@ void onMainThread(dispatch_block_t block) {
     }
 }
 
-// The message and number of a script's error information, under the installer's own keys. Never
-// empty.
-AppleScriptErrorInfo errorInfoFrom(NSDictionary<NSString*, id>* dictionary) {
-    AppleScriptErrorInfo info;
+// The failure a script's error information tells: its message and number, under the installer's
+// own keys; the message, when it has one, is also the description.
+Error failureFrom(NSDictionary<NSString*, id>* dictionary) {
+    Error::Info info;
+    std::int64_t number = kAppleScriptGeneralErrorNumber;
+    id numberEntry = dictionary[NSAppleScriptErrorNumber];
+    if ([numberEntry isKindOfClass:[NSNumber class]]) number = [numberEntry longLongValue];
+    info[kAppleScriptErrorNumber] = number;
+    std::string description = "AppleScript error " + std::to_string(number) + ".";
     id message = dictionary[NSAppleScriptErrorMessage];
-    if ([message isKindOfClass:[NSString class]]) info[kAppleScriptErrorMessage] = toStdString(message);
-    id number = dictionary[NSAppleScriptErrorNumber];
-    if ([number isKindOfClass:[NSNumber class]]) {
-        info[kAppleScriptErrorNumber] = static_cast<std::int64_t>([number longLongValue]);
-    } else {
-        info[kAppleScriptErrorNumber] = kGeneralErrorNumber;
+    if ([message isKindOfClass:[NSString class]]) {
+        description = toStdString(message);
+        info[kAppleScriptErrorMessage] = description;
     }
-    return info;
+    return Error(description, std::move(info));
 }
 
 class MacAppleScript final : public AppleScript {
@@ -46,7 +45,7 @@ public:
         });
     }
 
-    std::optional<AppleScriptErrorInfo> execute() override {
+    Expected<void, Error> execute() override {
         __block NSDictionary<NSString*, id>* failure = nil;
         NSAppleScript* script = script_;
         onMainThread(^{
@@ -56,9 +55,9 @@ public:
               failure = errorInfo;
           }
         });
-        if (failure == nil) return std::nullopt;
+        if (failure == nil) return {};
         @autoreleasepool {
-            return errorInfoFrom(failure);
+            return Expected<void, Error>::failure(failureFrom(failure));
         }
     }
 
@@ -68,15 +67,16 @@ private:
 
 }  // namespace
 
-std::unique_ptr<AppleScript> MacAppleScriptRunner::scriptWithSource(const std::string& source) {
+Expected<std::unique_ptr<AppleScript>, Error> MacAppleScriptRunner::scriptWithSource(const std::string& source) {
+    using Made = Expected<std::unique_ptr<AppleScript>, Error>;
     NSString* text = toNSStringIfUTF8(source);
-    if (text == nil) return nullptr;
+    if (text == nil) return Made::failure(Error("The script is not valid UTF-8."));
     __block NSAppleScript* script = nil;
     onMainThread(^{
       script = [[NSAppleScript alloc] initWithSource:text];
     });
-    if (script == nil) return nullptr;
-    return std::make_unique<MacAppleScript>(script);
+    if (script == nil) return Made::failure(Error("AppleScript could not take the script."));
+    return Made(std::make_unique<MacAppleScript>(script));
 }
 
 }  // namespace platform::macos

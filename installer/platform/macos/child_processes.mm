@@ -31,14 +31,14 @@ Expected<std::string, Error> readToEnd(NSFileHandle* reader, const std::string& 
 Expected<ChildProcessResult, Error> collect(NSTask* task, NSPipe* output, NSPipe* errors,
                                             const std::string& program) {
     NSFileHandle* errorReader = errors.fileHandleForReading;
-    const std::string errorOutput = "the error output of \u201C" + program + "\u201D";
+    const std::string errorOutput = "the error output of " + quoted(program);
     __block std::optional<Expected<std::string, Error>> errorText;
     dispatch_group_t drained = dispatch_group_create();
     dispatch_group_async(drained, dispatch_get_global_queue(QOS_CLASS_USER_INITIATED, 0), ^{
       errorText = readToEnd(errorReader, errorOutput);
     });
     Expected<std::string, Error> outputText =
-        readToEnd(output.fileHandleForReading, "the output of \u201C" + program + "\u201D");
+        readToEnd(output.fileHandleForReading, "the output of " + quoted(program));
     dispatch_group_wait(drained, DISPATCH_TIME_FOREVER);
     [task waitUntilExit];
 
@@ -72,8 +72,8 @@ Expected<ChildProcessResult, Error> MacChildProcesses::run(const std::string& ex
         NSArray<NSString*>* argumentList = argumentsIfUTF8(arguments);
         if (!executable.starts_with('/') || path == nil || argumentList == nil) {
             return Expected<ChildProcessResult, Error>::failure(
-                Error("The program \u201C" + executable +
-                      "\u201D could not be started: it needs an absolute path and a command line in UTF-8."));
+                Error("The program " + quoted(executable) +
+                      " could not be started: it needs an absolute path and a command line in UTF-8."));
         }
         NSTask* task = [[NSTask alloc] init];
         task.executableURL = [NSURL fileURLWithPath:path];
@@ -88,7 +88,7 @@ Expected<ChildProcessResult, Error> MacChildProcesses::run(const std::string& ex
         NSError* launchError = nil;
         if (![task launchAndReturnError:&launchError]) {
             return Expected<ChildProcessResult, Error>::failure(errorFromNSError(
-                launchError, "The program \u201C" + executable + "\u201D could not be started."));
+                launchError, "The program " + quoted(executable) + " could not be started."));
         }
         return collect(task, output, errors, executable);
     }

@@ -12,14 +12,13 @@ namespace platform::macos {
 class MacFileManager final : public FileManager {
 public:
     bool fileExistsAtPath(const std::string& path) override;
-    std::optional<std::string> currentDirectoryPath() override;
-    std::optional<Error> removeItem(const FileURL& url) override;
+    Expected<void, Error> removeItem(const FileURL& url) override;
     // Foundation's copy keeps symbolic links as links, permissions, dates, extended attributes
     // and empty folders, as the contract asks; then every item of a copy that succeeded loses the
     // quarantine mark (com.apple.quarantine), as when the Finder moves an app into place.
-    std::optional<Error> copyItem(const FileURL& from, const FileURL& to) override;
+    Expected<void, Error> copyItem(const FileURL& from, const FileURL& to) override;
     // The shared POSIX lock files, so installers on both platforms would meet at one.
-    std::unique_ptr<ItemLock> lockItem(const FileURL& url) override;
+    Expected<std::unique_ptr<ItemLock>, Error> lockItem(const FileURL& url) override;
 };
 
 }  // namespace platform::macos

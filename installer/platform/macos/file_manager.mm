@@ -12,15 +12,17 @@
 namespace platform::macos {
 namespace {
 
-std::string quoted(const FileURL& url) { return "\u201C" + url.path() + "\u201D"; }
-
 // The file URL of `url`; nil when its path is not UTF-8, as no macOS file name is.
 NSURL* _Nullable toNSURL(const FileURL& url) {
     NSString* path = toNSStringIfUTF8(url.path());
     return path != nil ? [NSURL fileURLWithPath:path] : nil;
 }
 
-Error notUTF8(const FileURL& url) { return Error("The path " + quoted(url) + " is not valid UTF-8."); }
+using Result = Expected<void, Error>;
+
+Result notUTF8(const FileURL& url) {
+    return Result::failure(Error("The path " + quoted(url.path()) + " is not valid UTF-8."));
+}
 
 // The mark a downloaded file and every item read from a downloaded disk image carry.
 constexpr const char* kQuarantineAttribute = "com.apple.quarantine";
@@ -36,28 +38,19 @@ bool MacFileManager::fileExistsAtPath(const std::string& path) {
     }
 }
 
-std::optional<std::string> MacFileManager::currentDirectoryPath() {
-    @autoreleasepool {
-        // Foundation answers an empty path when the working folder cannot be told.
-        std::string path = toStdString(NSFileManager.defaultManager.currentDirectoryPath);
-        if (path.empty()) return std::nullopt;
-        return path;
-    }
-}
-
-std::optional<Error> MacFileManager::removeItem(const FileURL& url) {
+Result MacFileManager::removeItem(const FileURL& url) {
     @autoreleasepool {
         NSURL* item = toNSURL(url);
         if (item == nil) return notUTF8(url);
         NSError* error = nil;
-        if ([NSFileManager.defaultManager removeItemAtURL:item error:&error]) return std::nullopt;
-        return errorFromNSError(error, "Could not remove " + quoted(url) + ".");
+        if ([NSFileManager.defaultManager removeItemAtURL:item error:&error]) return {};
+        return Result::failure(errorFromNSError(error, "Could not remove " + quoted(url.path()) + "."));
     }
 }
 
-std::optional<Error> MacFileManager::copyItem(const FileURL& from, const FileURL& to) {
+Result MacFileManager::copyItem(const FileURL& from, const FileURL& to) {
     // Foundation would start writing a folder into itself; refuse before anything is written.
-    if (std::optional<Error> refusal = posix::copyIntoItselfError(from.path(), to.path())) return refusal;
+    if (Result allowed = posix::ensureNotIntoItself(from.path(), to.path()); !allowed) return allowed;
     @autoreleasepool {
         NSURL* source = toNSURL(from);
         if (source == nil) return notUTF8(from);
@@ -69,13 +62,14 @@ std::optional<Error> MacFileManager::copyItem(const FileURL& from, const FileURL
             // moved into place: on its first launches Gatekeeper would run it translocated, from a
             // random read-only path, which breaks its updates and whatever looks beside its bundle.
             removeAttributeFromTree(to.path(), kQuarantineAttribute, removeOwnAttribute);
-            return std::nullopt;
+            return {};
         }
-        return errorFromNSError(error, "Could not copy " + quoted(from) + " to " + quoted(to) + ".");
+        return Result::failure(
+            errorFromNSError(error, "Could not copy " + quoted(from.path()) + " to " + quoted(to.path()) + "."));
     }
 }
 
-std::unique_ptr<ItemLock> MacFileManager::lockItem(const FileURL& url) {
+Expected<std::unique_ptr<ItemLock>, Error> MacFileManager::lockItem(const FileURL& url) {
     return posix::lockItemAt(url.path());
 }
 

@@ -23,13 +23,13 @@ using NSStringArray = NSArray<NSString*>;
 using NSStringArray = NSArray;
 #endif
 
-// `utf8` as an NSString, for text to be shown; never nil. Bytes that start no UTF-8 sequence each
-// become U+FFFD.
-NSString* toNSString(const std::string& utf8);
+// `bytes` as an NSString, for text to be shown; never nil. Each maximal invalid sequence becomes
+// U+FFFD (platform/utf8.h).
+NSString* toNSString(const std::string& bytes);
 
-// `utf8` as an NSString, or nil when the bytes are not UTF-8: for paths and commands, where a
+// `bytes` as an NSString, or nil when the bytes are not UTF-8: for paths and commands, where a
 // repaired text would name something other than what was asked for.
-NSString* toNSStringIfUTF8(const std::string& utf8);
+NSString* toNSStringIfUTF8(const std::string& bytes);
 
 // `string` as UTF-8 bytes; nil gives the empty string. An unpaired surrogate, which UTF-8 cannot
 // carry, is replaced as Foundation's lossy conversion does.

@@ -14,7 +14,7 @@ public:
     // `completion` runs on the thread AppKit calls its completion handler on, once the
     // application has been started, or with the error that prevented it.
     void openApplication(const FileURL& url, const OpenConfiguration& configuration,
-                         std::function<void(std::optional<Error>)> completion) override;
+                         OpenCompletion completion) override;
 };
 
 }  // namespace platform::macos

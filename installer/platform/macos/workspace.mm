@@ -9,17 +9,17 @@
 namespace platform::macos {
 namespace {
 
-using Completion = std::function<void(std::optional<Error>)>;
+using Completion = Workspace::OpenCompletion;
 
 // A C++ exception must not unwind through AppKit's frames: one escaping the completion ends the
 // process here instead.
 void complete(const Completion& completion, NSError* _Nullable error, const FileURL& url) noexcept {
     if (error == nil) {
-        completion(std::nullopt);
+        completion({});
         return;
     }
-    completion(errorFromNSError(error, "The application \u201C" + url.lastPathComponent() +
-                                           "\u201D could not be opened."));
+    completion(Expected<void, Error>::failure(
+        errorFromNSError(error, "The application " + quoted(url.lastPathComponent()) + " could not be opened.")));
 }
 
 NSWorkspaceOpenConfiguration* openConfiguration(const OpenConfiguration& configuration) {

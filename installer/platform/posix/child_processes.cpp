@@ -9,7 +9,7 @@
 
 #include <cerrno>
 
-#include "platform/posix/error_number_text.h"
+#include "platform/posix/descriptor.h"
 
 extern char** environ;
 
@@ -20,37 +20,29 @@ constexpr std::size_t kReadChunk = 64 * 1024;
 constexpr int kFirstUninheritedDescriptor = 3;
 
 Error startFailure(const std::string& executable, int error) {
-    return Error("The program \u201C" + executable + "\u201D could not be started: " +
-                 errorNumberText(error) + ".");
+    return Error("The program " + quoted(executable) + " could not be started: " +
+                 Error::fromErrorNumber(error).localizedDescription() + ".");
 }
 
 // A pipe whose two ends close themselves on exec; the child gets its write end through dup2,
 // which clears that flag on the copy only.
 struct Pipe {
-    int read = -1;
-    int write = -1;
+    Descriptor read;
+    Descriptor write;
 
     int open() {
         int ends[2];
         if (pipe2(ends, O_CLOEXEC) != 0) return errno;
-        read = ends[0];
-        write = ends[1];
+        read = Descriptor(ends[0]);
+        write = Descriptor(ends[1]);
         return 0;
-    }
-    static void closeEnd(int& fd) {
-        if (fd >= 0) close(fd);
-        fd = -1;
-    }
-    ~Pipe() {
-        closeEnd(read);
-        closeEnd(write);
     }
 };
 
 // Reads both pipes until both are at end of file, whichever the child writes to first.
 void drain(Pipe& output, Pipe& error, std::string& outputText, std::string& errorText) {
     char buffer[kReadChunk];
-    pollfd watched[2] = {{output.read, POLLIN, 0}, {error.read, POLLIN, 0}};
+    pollfd watched[2] = {{output.read.get(), POLLIN, 0}, {error.read.get(), POLLIN, 0}};
     std::string* texts[2] = {&outputText, &errorText};
     int open = 2;
     while (open > 0) {
@@ -104,8 +96,8 @@ int spawn(pid_t& child, const std::string& executable, const std::vector<std::st
         return failed;
     }
     failed = setDefaultSignalHandling(attributes);
-    if (!failed) failed = posix_spawn_file_actions_adddup2(&actions, output.write, STDOUT_FILENO);
-    if (!failed) failed = posix_spawn_file_actions_adddup2(&actions, error.write, STDERR_FILENO);
+    if (!failed) failed = posix_spawn_file_actions_adddup2(&actions, output.write.get(), STDOUT_FILENO);
+    if (!failed) failed = posix_spawn_file_actions_adddup2(&actions, error.write.get(), STDERR_FILENO);
     if (!failed) failed = posix_spawn_file_actions_addclosefrom_np(&actions, kFirstUninheritedDescriptor);
     // glibc reports a failed exec as posix_spawn's own result, so a missing or unrunnable program
     // is an error here rather than a child that exits with 127.
@@ -130,8 +122,8 @@ Expected<ChildProcessResult, Error> PosixChildProcesses::run(const std::string& 
         return Result::failure(startFailure(executable, failed));
     }
     // Our copies of the write ends must go, or the reads below would never see end of file.
-    Pipe::closeEnd(output.write);
-    Pipe::closeEnd(error.write);
+    output.write = Descriptor();
+    error.write = Descriptor();
 
     ChildProcessResult result;
     drain(output, error, result.standardOutput, result.standardError);

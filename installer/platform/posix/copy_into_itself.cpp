@@ -33,19 +33,20 @@ std::optional<std::filesystem::path> location(const std::string& path) {
 }  // namespace
 
 Error copyError(const std::string& from, const std::string& to, const std::string& reason) {
-    return Error("Could not copy \u201C" + from + "\u201D to \u201C" + to + "\u201D: " + reason + ".");
+    return Error("Could not copy " + quoted(from) + " to " + quoted(to) + ": " + reason + ".");
 }
 
-std::optional<Error> copyIntoItselfError(const std::string& from, const std::string& to) {
+Expected<void, Error> ensureNotIntoItself(const std::string& from, const std::string& to) {
+    using Result = Expected<void, Error>;
     std::optional<std::filesystem::path> source = location(from);
     std::optional<std::filesystem::path> destination = location(to);
-    if (!source || !destination) return std::nullopt;
+    if (!source || !destination) return {};
     auto [inSource, inDestination] = std::mismatch(source->begin(), source->end(), destination->begin(), destination->end());
-    if (inSource != source->end()) return std::nullopt;
-    if (inDestination == destination->end()) return copyError(from, to, kOntoItself);
+    if (inSource != source->end()) return {};
+    if (inDestination == destination->end()) return Result::failure(copyError(from, to, kOntoItself));
     struct stat status{};
-    if (lstat(from.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;  // holds nothing
-    return copyError(from, to, kIntoItself);
+    if (lstat(from.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return {};  // holds nothing
+    return Result::failure(copyError(from, to, kIntoItself));
 }
 
 }  // namespace platform::posix

@@ -2,19 +2,19 @@
 // shared by both backends' file managers and by the project's ditto.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "platform/error.h"
+#include "platform/expected.h"
 
 namespace platform::posix {
 
-// The error a copy of `from` to `to` stops with before anything is written, when `to` is `from`
-// itself or lies inside it, however links and ".." in either path hide it ("Could not copy “/a”
-// to “/a/b/c”: a folder cannot be copied into itself."); nothing otherwise. A link at `from` is
-// copied as a link, so only the folders above it count there. A caller that makes folders for
-// `to` first asks it before.
-std::optional<Error> copyIntoItselfError(const std::string& from, const std::string& to);
+// Fails, with the error a copy of `from` to `to` stops with before anything is written, when `to`
+// is `from` itself or lies inside it, however links and ".." in either path hide it ("Could not
+// copy “/a” to “/a/b/c”: a folder cannot be copied into itself."). A link at `from` is copied as a
+// link, so only the folders above it count there. A caller that makes folders for `to` first asks
+// it before.
+Expected<void, Error> ensureNotIntoItself(const std::string& from, const std::string& to);
 
 // "Could not copy “from” to “to”: reason." The sentence every failed copy is reported in.
 Error copyError(const std::string& from, const std::string& to, const std::string& reason);

@@ -1,4 +1,5 @@
-// An open file descriptor, closed when its owner goes. Shared by both backends.
+// An open file descriptor, closed when its owner goes: the one way the POSIX code of both backends
+// owns a descriptor.
 #pragma once
 
 #include <unistd.h>

@@ -11,6 +11,8 @@
 #include <cstdlib>
 #include <optional>
 
+#include "platform/posix/descriptor.h"
+
 namespace platform::posix {
 namespace {
 
@@ -19,14 +21,20 @@ constexpr const char* kLockFilePrefix = "/tmp/.item-lock-";
 constexpr mode_t kLockFileMode = 0444;
 constexpr int kOpenFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
 
+// Closing the lock file releases the lock.
 class FlockedFile final : public ItemLock {
 public:
-    explicit FlockedFile(int fd) : fd_(fd) {}
-    ~FlockedFile() override { close(fd_); }
+    explicit FlockedFile(Descriptor file) : file_(std::move(file)) {}
 
 private:
-    int fd_;
+    Descriptor file_;
 };
+
+using Result = Expected<std::unique_ptr<ItemLock>, Error>;
+
+Result noLock(const std::string& path, const std::string& reason) {
+    return Result::failure(Error("Could not lock " + quoted(path) + ": " + reason + "."));
+}
 
 std::optional<std::string> realPath(const std::string& path) {
     char* resolved = realpath(path.c_str(), nullptr);
@@ -77,21 +85,20 @@ int openLockFile(const std::string& path) {
 
 }  // namespace
 
-std::unique_ptr<ItemLock> lockItemAt(const std::string& path) {
+Result lockItemAt(const std::string& path) {
     std::optional<std::string> location = canonicalLocation(path);
-    if (!location) return nullptr;
-    int fd = openLockFile(lockFilePath(*location));
-    if (fd < 0) return nullptr;
+    if (!location) return noLock(path, "no folder on its path can be found");
+    std::string lockFile = lockFilePath(*location);
+    Descriptor file(openLockFile(lockFile));
+    if (file.get() < 0) return noLock(path, Error::fromErrorNumber(errno).localizedDescription());
     struct stat status{};
-    int locked = -1;
-    if (fstat(fd, &status) == 0 && S_ISREG(status.st_mode)) {
-        while ((locked = flock(fd, LOCK_EX)) != 0 && errno == EINTR) {}
+    if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
+        return noLock(path, quoted(lockFile) + " is not a plain file");
     }
-    if (locked != 0) {
-        close(fd);
-        return nullptr;
+    while (flock(file.get(), LOCK_EX) != 0) {
+        if (errno != EINTR) return noLock(path, Error::fromErrorNumber(errno).localizedDescription());
     }
-    return std::make_unique<FlockedFile>(fd);
+    return Result(std::make_unique<FlockedFile>(std::move(file)));
 }
 
 }  // namespace platform::posix

@@ -17,8 +17,8 @@
 
 namespace platform::posix {
 
-// The lock for the item at `path` (absolute), once no other process holds it; null when it
+// The lock for the item at `path` (absolute), once no other process holds it; a failure when it
 // cannot be set up.
-std::unique_ptr<ItemLock> lockItemAt(const std::string& path);
+Expected<std::unique_ptr<ItemLock>, Error> lockItemAt(const std::string& path);
 
 }  // namespace platform::posix

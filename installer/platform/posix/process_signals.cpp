@@ -6,9 +6,10 @@
 
 namespace platform::posix {
 
-int PosixProcessSignals::kill(std::int32_t pid, int signal) {
-    if (pid <= 0) return ESRCH;
-    return ::kill(static_cast<pid_t>(pid), signal) == 0 ? 0 : errno;
+Expected<void, Error> PosixProcessSignals::kill(std::int32_t pid, int signal) {
+    if (pid <= 0) return Expected<void, Error>::failure(Error::fromErrorNumber(ESRCH));
+    if (::kill(static_cast<pid_t>(pid), signal) == 0) return {};
+    return Expected<void, Error>::failure(Error::fromErrorNumber(errno));
 }
 
 }  // namespace platform::posix

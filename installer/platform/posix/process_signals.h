@@ -7,7 +7,7 @@ namespace platform::posix {
 
 class PosixProcessSignals final : public ProcessSignals {
 public:
-    int kill(std::int32_t pid, int signal) override;
+    Expected<void, Error> kill(std::int32_t pid, int signal) override;
 };
 
 }  // namespace platform::posix

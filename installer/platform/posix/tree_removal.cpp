@@ -14,7 +14,6 @@
 #include <vector>
 
 #include "platform/posix/descriptor.h"
-#include "platform/posix/error_number_text.h"
 
 namespace platform::posix {
 namespace {
@@ -24,10 +23,14 @@ constexpr const char* kMoved = "it was moved while being removed";
 
 using Entries = std::vector<std::pair<std::string, unsigned char>>;
 
-Error removeError(const std::string& path, const std::string& reason) {
-    return Error("Could not remove \u201C" + path + "\u201D: " + reason + ".");
+using Result = Expected<void, Error>;
+
+Result removeError(const std::string& path, const std::string& reason) {
+    return Result::failure(Error("Could not remove " + quoted(path) + ": " + reason + "."));
 }
-Error removeError(const std::string& path, int error) { return removeError(path, errorNumberText(error)); }
+Result removeError(const std::string& path, int error) {
+    return removeError(path, Error::fromErrorNumber(error).localizedDescription());
+}
 
 bool isDenied(int error) { return error == EACCES || error == EPERM; }
 
@@ -71,11 +74,11 @@ bool isSameFolder(const struct stat& a, const struct stat& b) { return a.st_dev 
 
 class TreeRemoval {
 public:
-    std::optional<Error> run(const std::string& top) {
-        if (std::optional<Error> error = enter(AT_FDCWD, top)) return error;
+    Result run(const std::string& top) {
+        if (Result entered = enter(AT_FDCWD, top); !entered) return entered;
         while (!levels_.empty()) {
             if (levels_.back().left.empty()) {
-                if (std::optional<Error> error = leave()) return error;
+                if (Result left = leave(); !left) return left;
                 continue;
             }
             auto [name, type] = std::move(levels_.back().left.back());
@@ -85,10 +88,10 @@ public:
                 if (fstatat(folder_.get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return failure(name);
                 type = S_ISDIR(status.st_mode) ? DT_DIR : DT_REG;
             }
-            std::optional<Error> error = type == DT_DIR ? enter(folder_.get(), name) : removeEntry(name, 0);
-            if (error) return error;
+            Result removed = type == DT_DIR ? enter(folder_.get(), name) : removeEntry(name, 0);
+            if (!removed) return removed;
         }
-        return std::nullopt;
+        return {};
     }
 
 private:
@@ -105,14 +108,14 @@ private:
         return path + name;
     }
 
-    // The error for the entry `name` of the open folder, for the reason in errno.
-    Error failure(const std::string& name) const {
+    // The failure for the entry `name` of the open folder, for the reason in errno.
+    Result failure(const std::string& name) const {
         int error = errno;
         return removeError(pathOf(name), error);
     }
 
     // Opens and lists the folder `name` of `parent`, which becomes the open folder.
-    std::optional<Error> enter(int parent, const std::string& name) {
+    Result enter(int parent, const std::string& name) {
         Descriptor child(openFolder(parent, name.c_str()));
         struct stat status{};
         if (child.get() < 0 || fstat(child.get(), &status) != 0) return failure(name);
@@ -120,16 +123,16 @@ private:
         if (!entries) return failure(name);
         levels_.push_back({name, status, std::move(*entries)});
         folder_ = std::move(child);
-        return std::nullopt;
+        return {};
     }
 
     // Goes back up from the emptied open folder and removes it.
-    std::optional<Error> leave() {
+    Result leave() {
         std::string name = std::move(levels_.back().name);
         levels_.pop_back();
         if (levels_.empty()) {
             folder_ = Descriptor();
-            return rmdir(name.c_str()) == 0 ? std::nullopt : std::optional(removeError(name, errno));
+            return rmdir(name.c_str()) == 0 ? Result() : removeError(name, errno);
         }
         Descriptor parent(openat(folder_.get(), "..", kFolderFlags));
         struct stat status{};
@@ -140,13 +143,13 @@ private:
     }
 
     // Removes the entry `name` of the open folder, opening up a read-only folder of ours.
-    std::optional<Error> removeEntry(const std::string& name, int flags) {
-        if (unlinkat(folder_.get(), name.c_str(), flags) == 0) return std::nullopt;
+    Result removeEntry(const std::string& name, int flags) {
+        if (unlinkat(folder_.get(), name.c_str(), flags) == 0) return {};
         struct stat status{};
         if (isDenied(errno) && fstat(folder_.get(), &status) == 0 &&
             fchmod(folder_.get(), (status.st_mode & 07777) | S_IRWXU) == 0 &&
             unlinkat(folder_.get(), name.c_str(), flags) == 0) {
-            return std::nullopt;
+            return {};
         }
         return failure(name);
     }
@@ -157,12 +160,12 @@ private:
 
 }  // namespace
 
-std::optional<Error> removeTree(const std::string& path) {
+Result removeTree(const std::string& path) {
     struct stat status{};
     if (lstat(path.c_str(), &status) != 0) return removeError(path, errno);
     if (!S_ISDIR(status.st_mode)) {
         if (unlink(path.c_str()) != 0) return removeError(path, errno);
-        return std::nullopt;
+        return {};
     }
     return TreeRemoval().run(path);
 }

@@ -5,16 +5,16 @@
 // atomic, so a failure may leave part of the tree behind.
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include "platform/error.h"
+#include "platform/expected.h"
 
 namespace platform::posix {
 
 // Removes `path` and everything below it; a symbolic link is removed, not followed. Folders
 // without write or search permission that this user owns are opened up so their contents can
 // go. Fails when nothing is at `path`.
-std::optional<Error> removeTree(const std::string& path);
+Expected<void, Error> removeTree(const std::string& path);
 
 }  // namespace platform::posix

@@ -7,28 +7,27 @@
 #include "platform/linux/bundle_layout.h"
 #include "platform/linux/file_tree.h"
 #include "platform/posix/copy_into_itself.h"
-#include "platform/posix/error_number_text.h"
 
 namespace platform::linux_backend {
 namespace {
 
 constexpr mode_t kNewFolderMode = 0755;
 
-std::string quoted(const std::string& path) { return "\u201C" + path + "\u201D"; }
+using Result = Expected<void, Error>;
 
-std::optional<std::string> makeFolders(const std::string& path) {
+Result cannotCreate(const std::string& path, int error) {
+    return Result::failure(Error("Could not create the folder " + quoted(path) + ": " +
+                                 Error::fromErrorNumber(error).localizedDescription() + "."));
+}
+
+Result makeFolders(const std::string& path) {
     struct stat status{};
-    if (stat(path.c_str(), &status) == 0) {
-        if (S_ISDIR(status.st_mode)) return std::nullopt;
-        return "Could not create the folder " + quoted(path) + ": " + posix::errorNumberText(ENOTDIR) + ".";
-    }
+    if (stat(path.c_str(), &status) == 0) return S_ISDIR(status.st_mode) ? Result() : cannotCreate(path, ENOTDIR);
     if (path != parentFolder(path)) {
-        if (auto error = makeFolders(parentFolder(path))) return error;
+        if (Result made = makeFolders(parentFolder(path)); !made) return made;
     }
-    if (mkdir(path.c_str(), kNewFolderMode) != 0 && errno != EEXIST) {
-        return "Could not create the folder " + quoted(path) + ": " + posix::errorNumberText(errno) + ".";
-    }
-    return std::nullopt;
+    if (mkdir(path.c_str(), kNewFolderMode) != 0 && errno != EEXIST) return cannotCreate(path, errno);
+    return {};
 }
 
 std::string lastComponent(const std::string& path) {
@@ -40,21 +39,21 @@ std::string lastComponent(const std::string& path) {
 
 }  // namespace
 
-std::optional<std::string> dittoCopy(const std::string& source, const std::string& destination) {
+Result dittoCopy(const std::string& source, const std::string& destination) {
     struct stat from{};
     if (lstat(source.c_str(), &from) != 0) {
-        return "Could not read " + quoted(source) + ": " + posix::errorNumberText(errno) + ".";
+        return Result::failure(Error("Could not read " + quoted(source) + ": " +
+                                     Error::fromErrorNumber(errno).localizedDescription() + "."));
     }
     struct stat to{};
     bool destinationIsFolder = stat(destination.c_str(), &to) == 0 && S_ISDIR(to.st_mode);
     std::string target = destination;
     if (destinationIsFolder && !S_ISDIR(from.st_mode)) target = destination + "/" + lastComponent(source);
-    if (std::optional<Error> refusal = posix::copyIntoItselfError(source, target)) return refusal->localizedDescription();
+    if (Result allowed = posix::ensureNotIntoItself(source, target); !allowed) return allowed;
     if (!destinationIsFolder) {
-        if (auto error = makeFolders(parentFolder(destination))) return error;
+        if (Result made = makeFolders(parentFolder(destination)); !made) return made;
     }
-    if (std::optional<Error> error = mergeTree(source, target)) return error->localizedDescription();
-    return std::nullopt;
+    return mergeTree(source, target);
 }
 
 }  // namespace platform::linux_backend

@@ -2,8 +2,9 @@
 // way the macOS tool does.
 #pragma once
 
-#include <optional>
 #include <string>
+
+#include "platform/error.h"
 
 namespace platform::linux_backend {
 
@@ -18,7 +19,6 @@ inline constexpr const char* kDittoVersionLine = "ditto 1.0 (the Kelvo installer
 // - anything else into an existing folder: copied into it under its own name;
 // - anything else to any other destination: the copy replaces what is there.
 // A copy into or onto the source itself is refused before any folder is made.
-// A readable sentence on failure.
-std::optional<std::string> dittoCopy(const std::string& source, const std::string& destination);
+Expected<void, Error> dittoCopy(const std::string& source, const std::string& destination);
 
 }  // namespace platform::linux_backend

@@ -44,8 +44,8 @@ int main(int argc, char** argv) {
         }
     }
     if (operands.size() != 2) return usageError("expected a source and a destination");
-    if (auto error = platform::linux_backend::dittoCopy(operands[0], operands[1])) {
-        std::fprintf(stderr, "ditto: %s\n", error->c_str());
+    if (auto copied = platform::linux_backend::dittoCopy(operands[0], operands[1]); !copied) {
+        std::fprintf(stderr, "ditto: %s\n", copied.error().localizedDescription().c_str());
         return kFailed;
     }
     return 0;

@@ -12,10 +12,6 @@ add_custom_command(
   COMMENT "Copying the installer's icon")
 add_custom_target(installer_app_icon DEPENDS ${KELVO_INSTALLER_ICON})
 
-if(NOT TARGET installer_app)
-  message(STATUS "No installer application target yet: the disk image is not built")
-  return()
-endif()
 add_dependencies(installer_app installer_app_icon)
 
 find_program(MKSQUASHFS mksquashfs PATHS /usr/sbin /sbin REQUIRED)

@@ -28,10 +28,6 @@ if(KELVO_APP)
   endif()
 endif()
 
-if(NOT TARGET installer_app)
-  message(STATUS "No installer application target yet: the disk image is not built")
-  return()
-endif()
 
 set(_bundle "${KELVO_INSTALLER_BUNDLE}")
 set(_icon ${CMAKE_CURRENT_BINARY_DIR}/AppIcon.icns)

@@ -5,8 +5,8 @@
 # machine's (glibc's and libstdc++'s) headers, which need only to declare the same functions.
 #   bash tools/check_macos_sources.sh [-DNAME[=VALUE] | -IFOLDER ...] [FILE.mm ...]
 # Without files it checks every .mm under installer/ and kelvo/. Prints one line per file, then the
-# compiler's diagnostics for each file that fails. Exits 1 when any file fails, and 77 when there is
-# no file to check at all, so that it never passes on nothing.
+# compiler's diagnostics for each file that fails. Exits 1 when any file fails, or when there is no
+# file to check at all, so that it never passes on nothing.
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 
@@ -36,8 +36,8 @@ if [ "${#files[@]}" -eq 0 ]; then
   cd "$root"
 fi
 if [ "${#files[@]}" -eq 0 ]; then
-  echo "No Objective-C++ source (*.mm) under installer/ or kelvo/ to check."
-  exit 77
+  echo "FAILED: no Objective-C++ source (*.mm) under installer/ or kelvo/: the macOS backend is missing."
+  exit 1
 fi
 
 failed=0

@@ -32,8 +32,8 @@ void InstallerAppDelegate::applicationDidFinishLaunching() {
 
 void InstallerAppDelegate::runInstall() {
     platform::dispatch().globalUserInitiatedAsync(
-        [self = shared_from_this(), installer = installer_, install = engine_.install] {
-            auto outcome = install(installer);
+        [self = shared_from_this(), installer = installer_] {
+            auto outcome = installer.install();
             if (outcome) {
                 platform::dispatch().mainAsync([self] { self->installDidSucceed(); });
             } else {
@@ -51,7 +51,7 @@ void InstallerAppDelegate::installDidSucceed() {
         return;
     }
     statusLabel_->setStringValue(kLaunchingStatus);
-    engine_.launchInstalledApp(installer_, [self = shared_from_this()](std::optional<platform::Error> error) {
+    installer_.launchInstalledApp([self = shared_from_this()](std::optional<platform::Error> error) {
         if (error) {
             self->fail(engine::InstallError::launchFailed(error->localizedDescription()));
             return;

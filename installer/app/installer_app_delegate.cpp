@@ -7,11 +7,10 @@ constexpr const char* kInitialStatus = "Copying Kelvo to your Applications folde
 
 }  // namespace
 
-InstallerAppDelegate::InstallerAppDelegate(EngineOperations engine)
+InstallerAppDelegate::InstallerAppDelegate()
     : statusLabel_(platform::ui::toolkit().labelWithString(kInitialStatus)),
       progress_(platform::ui::toolkit().makeProgressIndicator()),
-      installer_(),
-      engine_(std::move(engine)) {}
+      installer_() {}
 
 bool InstallerAppDelegate::applicationShouldTerminateAfterLastWindowClosed(platform::ui::Application&) {
     return true;

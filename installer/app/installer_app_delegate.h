@@ -6,7 +6,6 @@
 // must be made with std::make_shared: pending work items hold it alive.
 #pragma once
 
-#include <functional>
 #include <memory>
 
 #include "engine/installer.h"
@@ -14,21 +13,11 @@
 
 namespace installer_app {
 
-// The two engine operations the delegate calls, replaceable so tests can script their outcomes.
-struct EngineOperations {
-    std::function<platform::Expected<void, engine::InstallError>(const engine::Installer&)> install;
-    std::function<void(const engine::Installer&, engine::Installer::LaunchCompletion)>
-        launchInstalledApp;
-};
-
-// Installer::install and Installer::launchInstalledApp themselves.
-EngineOperations realEngineOperations();
-
 class InstallerAppDelegate final : public platform::ui::ApplicationDelegate,
                                    public std::enable_shared_from_this<InstallerAppDelegate> {
 public:
     // Makes the status line and the progress bar and reads the command line into the Installer.
-    explicit InstallerAppDelegate(EngineOperations engine = realEngineOperations());
+    InstallerAppDelegate();
 
     // Shows the window, brings the application to the front and starts the install.
     void applicationDidFinishLaunching() override;
@@ -46,8 +35,6 @@ private:
     const std::shared_ptr<platform::ui::Label> statusLabel_;
     const std::shared_ptr<platform::ui::ProgressIndicator> progress_;
     const engine::Installer installer_;
-
-    const EngineOperations engine_;
 };
 
 }  // namespace installer_app

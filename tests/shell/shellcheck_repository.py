@@ -1,6 +1,6 @@
 """Runs shellcheck on every shell script of the repository and on the `run:` script of every step of
 its GitHub workflows, and prints each finding under the script's name, or the workflow's, job's and
-step's. Exits 1 on any finding, 77 (skipped) when shellcheck is not installed, 0 otherwise.
+step's. Exits 1 on any finding or when shellcheck is not installed, 0 otherwise.
 
     python3 tests/shell/shellcheck_repository.py [REPOSITORY]
 
@@ -24,7 +24,6 @@ from workflow_scripts import run_scripts  # noqa: E402
 SHELL_SHEBANG = re.compile(rb"^#![^\n]*\b(ba)?sh\b")
 # shellcheck --format=gcc: FILE:LINE:COLUMN: LEVEL: MESSAGE [SCnnnn]
 FINDING = re.compile(r"^(?P<file>.+?):(?P<line>\d+):(?P<column>\d+): (?P<rest>.*)$")
-SKIPPED = 77
 
 
 def repository_files(root):
@@ -78,8 +77,8 @@ def shellcheck(root, paths):
 
 def main(root):
     if shutil.which("shellcheck") is None:
-        print("shellcheck is not installed (tools/setup.sh installs it): nothing was checked.")
-        return SKIPPED
+        print("FAILED: shellcheck is not installed (tools/setup.sh installs it): nothing was checked.")
+        return 1
     root = os.path.abspath(root)
     scripts = [path for path in repository_files(root) if is_shell_script(root, path)]
     if not scripts:

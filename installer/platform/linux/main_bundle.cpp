@@ -21,7 +21,13 @@ bool isFolder(const std::string& path) {
     return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-}  // namespace
+// Where a bundle and its resources are for an executable at `executablePath`: inside
+// "Name.app/Contents/MacOS/" the bundle is "Name.app" and the resources "Name.app/Contents/Resources";
+// anywhere else the executable's own folder is both.
+struct BundleLocation {
+    std::string bundlePath;
+    std::string resourcesPath;
+};
 
 BundleLocation bundleLocationForExecutable(const std::string& executablePath) {
     if (auto bundle = bundlePathForExecutable(executablePath)) {
@@ -30,6 +36,8 @@ BundleLocation bundleLocationForExecutable(const std::string& executablePath) {
     std::string folder = parentFolder(executablePath);
     return {folder, folder};
 }
+
+}  // namespace
 
 std::string LinuxMainBundle::bundlePath() {
     return bundleLocationForExecutable(executablePath()).bundlePath;

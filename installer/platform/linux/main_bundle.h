@@ -12,13 +12,4 @@ public:
     std::optional<FileURL> resourceURL() override;
 };
 
-// Where a bundle and its resources are for an executable at `executablePath`: inside
-// "Name.app/Contents/MacOS/" the bundle is "Name.app" and the resources "Name.app/Contents/Resources";
-// anywhere else the executable's own folder is both.
-struct BundleLocation {
-    std::string bundlePath;
-    std::string resourcesPath;
-};
-BundleLocation bundleLocationForExecutable(const std::string& executablePath);
-
 }  // namespace platform::linux_backend

@@ -8,7 +8,9 @@
 #include "platform/linux/startup_record.h"
 
 namespace platform::linux_backend {
+namespace {
 
+// The NUL-terminated elements of a /proc/<pid>/cmdline file.
 std::vector<std::string> splitCommandLine(const std::string& contents) {
     std::vector<std::string> elements;
     std::size_t start = 0;
@@ -20,6 +22,8 @@ std::vector<std::string> splitCommandLine(const std::string& contents) {
     }
     return elements;
 }
+
+}  // namespace
 
 std::vector<std::string> LinuxProcessInfo::arguments() {
     std::ifstream file("/proc/self/cmdline", std::ios::binary);

@@ -14,7 +14,4 @@ public:
     std::uint32_t effectiveUserId() override;
 };
 
-// Splits the contents of a /proc/<pid>/cmdline file into its NUL-terminated elements.
-std::vector<std::string> splitCommandLine(const std::string& contents);
-
 }  // namespace platform::linux_backend

@@ -5,7 +5,7 @@
 
 namespace platform::ui {
 
-enum class AlertStyle { Warning = 0, Informational = 1, Critical = 2 };
+enum class AlertStyle { Warning };
 
 // Which button ended the alert: the first added is 1000, the next 1001, and so on.
 using ModalResponse = long;

@@ -13,9 +13,7 @@ namespace platform::ui {
 class Application;
 
 enum class ActivationPolicy {
-    Regular,     // an ordinary application with windows, shown among the running applications
-    Accessory,   // windows but no place among the running applications
-    Prohibited,  // no user interface
+    Regular,  // an ordinary application with windows, shown among the running applications
 };
 
 class ApplicationDelegate {

@@ -9,10 +9,7 @@
 namespace platform::ui {
 
 enum class ImageScaling {
-    ProportionallyDown,       // shrinks to fit, keeping proportions; never enlarges
-    AxesIndependently,        // fills the frame, proportions not kept
-    None,                     // drawn at its own size
-    ProportionallyUpOrDown,   // shrinks or enlarges to fit, keeping proportions
+    ProportionallyUpOrDown,  // shrinks or enlarges to fit, keeping proportions
 };
 
 class ImageView : public View {

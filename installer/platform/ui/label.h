@@ -7,7 +7,7 @@
 
 namespace platform::ui {
 
-enum class FontWeight { Regular, Medium, Semibold, Bold };
+enum class FontWeight { Regular, Semibold };
 
 // The system font at a size in points.
 struct Font {
@@ -15,18 +15,18 @@ struct Font {
     FontWeight weight = FontWeight::Regular;
 };
 
-// Named colours that follow the system appearance.
+// Named colours that follow the system appearance. A label without one is drawn in the primary text
+// colour.
 enum class Color {
-    labelColor,           // primary text
     secondaryLabelColor,  // text of lesser importance, drawn fainter
 };
 
-enum class TextAlignment { Left, Center, Right, Natural };
+// A label without one is aligned to its leading edge.
+enum class TextAlignment { Center };
 
+// A label without one shows one line, cut at its edge.
 enum class LineBreakMode {
-    ByWordWrapping,    // wraps at word boundaries
-    ByTruncatingTail,  // one line, cut with "…" at its end
-    ByClipping,        // one line, cut at the edge
+    ByWordWrapping,  // wraps at word boundaries
 };
 
 class Label : public View {

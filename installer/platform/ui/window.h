@@ -8,13 +8,11 @@
 
 namespace platform::ui {
 
-// Which parts of the title bar the window has; combined with |.
+// Which parts of the title bar the window has; combined with |. A window without the others has a
+// fixed size and cannot be minimised.
 enum WindowStyleMask : unsigned {
-    WindowStyleMaskBorderless = 0,
     WindowStyleMaskTitled = 1u << 0,
     WindowStyleMaskClosable = 1u << 1,
-    WindowStyleMaskMiniaturizable = 1u << 2,
-    WindowStyleMaskResizable = 1u << 3,
 };
 
 enum class BackingStoreType { Buffered = 2 };

@@ -18,11 +18,8 @@ QRect qtRectInParent(const ui::Rect& frame, double parentHeight) {
 
 Qt::WindowFlags windowFlagsForStyleMask(unsigned styleMask) {
     Qt::WindowFlags flags = Qt::Window | Qt::CustomizeWindowHint;
-    if (styleMask == ui::WindowStyleMaskBorderless) return flags | Qt::FramelessWindowHint;
     if (styleMask & ui::WindowStyleMaskTitled) flags |= Qt::WindowTitleHint;
     if (styleMask & ui::WindowStyleMaskClosable) flags |= Qt::WindowCloseButtonHint;
-    if (styleMask & ui::WindowStyleMaskMiniaturizable) flags |= Qt::WindowMinimizeButtonHint;
-    if (styleMask & ui::WindowStyleMaskResizable) flags |= Qt::WindowMaximizeButtonHint;
     return flags;
 }
 

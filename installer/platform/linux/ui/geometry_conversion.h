@@ -13,7 +13,7 @@ namespace platform::linux_backend {
 QRect qtRectInParent(const ui::Rect& frame, double parentHeight);
 
 // The top-level window flags for a style mask: a title bar with exactly the buttons the mask asks
-// for (a window that is not resizable gets no maximise button).
+// for, and no minimise or maximise button.
 Qt::WindowFlags windowFlagsForStyleMask(unsigned styleMask);
 
 }  // namespace platform::linux_backend

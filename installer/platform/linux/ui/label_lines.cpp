@@ -33,7 +33,7 @@ QStringList wrappedLines(const QString& text, const QFont& font, int width, int 
         bool lastAllowed = maximumLines > 0 && lines.size() == maximumLines - 1;
         if (lastAllowed && line.textStart() + line.textLength() < laidOut.size()) {
             QString rest = laidOut.mid(line.textStart()).replace(QChar::LineSeparator, QChar(' '));
-            lines << singleLine(withoutLineEnd(rest), font, width, true);
+            lines << QFontMetrics(font).elidedText(singleLine(withoutLineEnd(rest)), Qt::ElideRight, width);
             break;
         }
         lines << withoutLineEnd(laidOut.mid(line.textStart(), line.textLength()));
@@ -42,10 +42,6 @@ QStringList wrappedLines(const QString& text, const QFont& font, int width, int 
     return lines;
 }
 
-QString singleLine(const QString& text, const QFont& font, int width, bool ellipsis) {
-    QString flat = QString(text).replace(QChar('\n'), QChar(' '));
-    if (ellipsis) return QFontMetrics(font).elidedText(flat, Qt::ElideRight, width);
-    return flat;
-}
+QString singleLine(const QString& text) { return QString(text).replace(QChar('\n'), QChar(' ')); }
 
 }  // namespace platform::linux_backend

@@ -12,8 +12,7 @@ namespace platform::linux_backend {
 // rest of the text cut to fit with "…" at its end. A word wider than `width` is broken inside.
 QStringList wrappedLines(const QString& text, const QFont& font, int width, int maximumLines);
 
-// `text` on one line, cut to `width` pixels: with "…" at its end when `ellipsis`, plainly
-// otherwise.
-QString singleLine(const QString& text, const QFont& font, int width, bool ellipsis);
+// `text` on one line: its line feeds become blanks.
+QString singleLine(const QString& text);
 
 }  // namespace platform::linux_backend

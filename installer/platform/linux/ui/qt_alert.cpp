@@ -8,8 +8,6 @@ namespace {
 QMessageBox::Icon qtIcon(ui::AlertStyle style) {
     switch (style) {
         case ui::AlertStyle::Warning: return QMessageBox::Warning;
-        case ui::AlertStyle::Informational: return QMessageBox::Information;
-        case ui::AlertStyle::Critical: return QMessageBox::Critical;
     }
     return QMessageBox::Warning;
 }

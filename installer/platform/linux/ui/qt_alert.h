@@ -22,8 +22,6 @@ public:
     void addButtonWithTitle(const std::string& title) override;
     ui::ModalResponse runModal() override;
 
-    QMessageBox& box() { return *box_; }
-
 private:
     QPointer<QMessageBox> box_;
     std::vector<QAbstractButton*> buttons_;

@@ -19,30 +19,17 @@ void ScalingImageLabel::resizeEvent(QResizeEvent* event) {
     showScaled();
 }
 
+// Until it is given a scaling, an image is drawn at its own size.
 void ScalingImageLabel::showScaled() {
-    if (source_.isNull()) {
-        setPixmap(QPixmap());
+    if (source_.isNull() || !scaling_) {
+        setPixmap(source_);
         return;
     }
-    QSize room = contentsRect().size();
-    bool fits = source_.width() <= room.width() && source_.height() <= room.height();
-    switch (scaling_) {
-        case ui::ImageScaling::None:
-            setPixmap(source_);
-            return;
-        case ui::ImageScaling::AxesIndependently:
-            setPixmap(source_.scaled(room, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-            return;
-        case ui::ImageScaling::ProportionallyDown:
-            if (fits) {
-                setPixmap(source_);
-                return;
-            }
-            break;
+    switch (*scaling_) {
         case ui::ImageScaling::ProportionallyUpOrDown:
-            break;
+            setPixmap(source_.scaled(contentsRect().size(), Qt::KeepAspectRatio, Qt::SmoothTransformation));
+            return;
     }
-    setPixmap(source_.scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation));
 }
 
 QtImageView::QtImageView(const ui::Rect& frame) : QtViewOf<ui::ImageView>(new ScalingImageLabel) {

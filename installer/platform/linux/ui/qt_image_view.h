@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QPixmap>
 
+#include <optional>
+
 #include "platform/linux/ui/widget_view.h"
 #include "platform/ui/image_view.h"
 
@@ -34,7 +36,7 @@ private:
     void showScaled();
 
     QPixmap source_;
-    ui::ImageScaling scaling_ = ui::ImageScaling::ProportionallyDown;
+    std::optional<ui::ImageScaling> scaling_;
 };
 
 class QtImageView final : public QtViewOf<ui::ImageView> {

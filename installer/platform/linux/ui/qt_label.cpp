@@ -11,9 +11,7 @@ namespace {
 QFont::Weight qtWeight(ui::FontWeight weight) {
     switch (weight) {
         case ui::FontWeight::Regular: return QFont::Normal;
-        case ui::FontWeight::Medium: return QFont::Medium;
         case ui::FontWeight::Semibold: return QFont::DemiBold;
-        case ui::FontWeight::Bold: return QFont::Bold;
     }
     return QFont::Normal;
 }
@@ -21,9 +19,6 @@ QFont::Weight qtWeight(ui::FontWeight weight) {
 Qt::Alignment qtHorizontalAlignment(ui::TextAlignment alignment) {
     switch (alignment) {
         case ui::TextAlignment::Center: return Qt::AlignHCenter;
-        case ui::TextAlignment::Right: return Qt::AlignRight;
-        case ui::TextAlignment::Left:
-        case ui::TextAlignment::Natural: return Qt::AlignLeft;
     }
     return Qt::AlignLeft;
 }
@@ -75,7 +70,7 @@ void LineLimitedLabel::showFittedText() {
     if (mode_ == ui::LineBreakMode::ByWordWrapping) {
         setText(wrappedLines(fullText_, font(), width, maximumLines_).join(QChar('\n')));
     } else {
-        setText(singleLine(fullText_, font(), width, mode_ == ui::LineBreakMode::ByTruncatingTail));
+        setText(singleLine(fullText_));
     }
 }
 
@@ -100,9 +95,10 @@ void QtLabel::setFont(const ui::Font& font) { label()->setLabelFont(systemFont(f
 
 void QtLabel::setTextColor(ui::Color color) {
     QPalette palette = label()->palette();
-    QColor text = color == ui::Color::secondaryLabelColor
-                      ? QApplication::palette().color(QPalette::PlaceholderText)
-                      : QApplication::palette().color(QPalette::WindowText);
+    QColor text;
+    switch (color) {
+        case ui::Color::secondaryLabelColor: text = QApplication::palette().color(QPalette::PlaceholderText); break;
+    }
     palette.setColor(QPalette::WindowText, text);
     label()->setPalette(palette);
 }

@@ -3,6 +3,8 @@
 
 #include <QLabel>
 
+#include <optional>
+
 #include "platform/linux/ui/widget_view.h"
 #include "platform/ui/label.h"
 
@@ -29,7 +31,7 @@ protected:
 
 private:
     QString fullText_;
-    ui::LineBreakMode mode_ = ui::LineBreakMode::ByClipping;
+    std::optional<ui::LineBreakMode> mode_;  // none: one line, cut at the edge
     int maximumLines_ = 1;
 };
 

@@ -27,12 +27,7 @@ void ClosableWindowWidget::closeEvent(QCloseEvent* event) {
 QtWindow::QtWindow(const ui::Rect& contentRect, unsigned styleMask, std::function<void()> didClose)
     : widget_(new ClosableWindowWidget(std::move(didClose))), contentRect_(contentRect) {
     widget_->setWindowFlags(windowFlagsForStyleMask(styleMask));
-    QSize size = qtRectInParent(contentRect, contentRect.height).size();
-    if (styleMask & ui::WindowStyleMaskResizable) {
-        widget_->resize(size);
-    } else {
-        widget_->setFixedSize(size);
-    }
+    widget_->setFixedSize(qtRectInParent(contentRect, contentRect.height).size());
 }
 
 QtWindow::~QtWindow() { delete widget_.data(); }

@@ -1,5 +1,5 @@
-// Windows on Qt: a top-level QWidget whose client area is the content area. Without the resizable
-// style it has a fixed size; its title bar gets exactly the buttons of its style mask.
+// Windows on Qt: a top-level QWidget whose client area is the content area, of a fixed size; its
+// title bar gets exactly the buttons of its style mask.
 #pragma once
 
 #include <QPointer>

@@ -13,8 +13,6 @@ static_assert(ui::kAlertFirstButtonReturn == NSAlertFirstButtonReturn,
 NSAlertStyle nativeStyle(ui::AlertStyle style) {
     switch (style) {
         case ui::AlertStyle::Warning: return NSAlertStyleWarning;
-        case ui::AlertStyle::Informational: return NSAlertStyleInformational;
-        case ui::AlertStyle::Critical: return NSAlertStyleCritical;
     }
     return NSAlertStyleWarning;
 }

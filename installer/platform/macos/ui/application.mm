@@ -11,8 +11,6 @@ namespace {
 NSApplicationActivationPolicy nativePolicy(ui::ActivationPolicy policy) {
     switch (policy) {
         case ui::ActivationPolicy::Regular: return NSApplicationActivationPolicyRegular;
-        case ui::ActivationPolicy::Accessory: return NSApplicationActivationPolicyAccessory;
-        case ui::ActivationPolicy::Prohibited: return NSApplicationActivationPolicyProhibited;
     }
     return NSApplicationActivationPolicyRegular;
 }

@@ -18,12 +18,9 @@ private:
 
 NSImageScaling nativeScaling(ui::ImageScaling scaling) {
     switch (scaling) {
-        case ui::ImageScaling::ProportionallyDown: return NSImageScaleProportionallyDown;
-        case ui::ImageScaling::AxesIndependently: return NSImageScaleAxesIndependently;
-        case ui::ImageScaling::None: return NSImageScaleNone;
         case ui::ImageScaling::ProportionallyUpOrDown: return NSImageScaleProportionallyUpOrDown;
     }
-    return NSImageScaleProportionallyDown;
+    return NSImageScaleProportionallyUpOrDown;
 }
 
 class NativeImageView final : public NativeViewOf<ui::ImageView> {

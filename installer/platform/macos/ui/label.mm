@@ -12,42 +12,32 @@ namespace {
 NSFont* systemFont(const ui::Font& font) {
     switch (font.weight) {
         case ui::FontWeight::Regular: return [NSFont systemFontOfSize:font.size];
-        case ui::FontWeight::Medium:
-            return [NSFont systemFontOfSize:font.size weight:NSFontWeightMedium];
         case ui::FontWeight::Semibold:
             return [NSFont systemFontOfSize:font.size weight:NSFontWeightSemibold];
-        case ui::FontWeight::Bold:
-            return [NSFont systemFontOfSize:font.size weight:NSFontWeightBold];
     }
     return [NSFont systemFontOfSize:font.size];
 }
 
 NSColor* namedColor(ui::Color color) {
     switch (color) {
-        case ui::Color::labelColor: return NSColor.labelColor;
         case ui::Color::secondaryLabelColor: return NSColor.secondaryLabelColor;
     }
-    return NSColor.labelColor;
+    return NSColor.secondaryLabelColor;
 }
 
-// By name: centred and right alignment have different values on Apple and Intel processors.
+// By name: centred alignment has different values on Apple and Intel processors.
 NSTextAlignment nativeAlignment(ui::TextAlignment alignment) {
     switch (alignment) {
-        case ui::TextAlignment::Left: return NSTextAlignmentLeft;
         case ui::TextAlignment::Center: return NSTextAlignmentCenter;
-        case ui::TextAlignment::Right: return NSTextAlignmentRight;
-        case ui::TextAlignment::Natural: return NSTextAlignmentNatural;
     }
-    return NSTextAlignmentNatural;
+    return NSTextAlignmentCenter;
 }
 
 NSLineBreakMode nativeLineBreakMode(ui::LineBreakMode mode) {
     switch (mode) {
         case ui::LineBreakMode::ByWordWrapping: return NSLineBreakByWordWrapping;
-        case ui::LineBreakMode::ByTruncatingTail: return NSLineBreakByTruncatingTail;
-        case ui::LineBreakMode::ByClipping: return NSLineBreakByClipping;
     }
-    return NSLineBreakByClipping;
+    return NSLineBreakByWordWrapping;
 }
 
 class NativeLabel final : public NativeViewOf<ui::Label> {

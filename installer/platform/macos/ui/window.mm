@@ -16,8 +16,6 @@ struct StyleBit {
 constexpr StyleBit kStyleBits[] = {
     {ui::WindowStyleMaskTitled, NSWindowStyleMaskTitled},
     {ui::WindowStyleMaskClosable, NSWindowStyleMaskClosable},
-    {ui::WindowStyleMaskMiniaturizable, NSWindowStyleMaskMiniaturizable},
-    {ui::WindowStyleMaskResizable, NSWindowStyleMaskResizable},
 };
 
 NSWindowStyleMask nativeStyleMask(unsigned styleMask) {

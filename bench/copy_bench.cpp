@@ -12,7 +12,7 @@
 #include <cstring>
 
 #include "bench_tree.h"
-#include "platform/linux/file_tree.h"
+#include "platform/linux/file_manager/file_tree.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "platform/services.h"
-#include "support/installer_test_access.h"
+#include "engine/installer_test_access.h"
 
 extern char** environ;
 

@@ -7,7 +7,7 @@
 #pragma once
 
 #include "platform/apple_script.h"
-#include "platform/child_process.h"
+#include "platform/child_processes.h"
 #include "platform/clock.h"
 #include "platform/dispatch.h"
 #include "platform/file_manager.h"

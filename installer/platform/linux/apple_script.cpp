@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/linux/apple_script_source.h"
-#include "platform/posix/child_processes.h"
+#include "platform/linux/apple_script/script_source.h"
+#include "platform/linux/child_processes.h"
 #include "platform/utf8.h"
 
 namespace platform::linux_backend {
@@ -78,7 +78,7 @@ public:
         std::vector<std::string> arguments = {"-c", command};
         if (elevated) arguments.insert(arguments.begin(), kShell);
 
-        auto finished = posix::PosixChildProcesses().run(elevated ? kElevationTool : kShell, arguments);
+        auto finished = LinuxChildProcesses().run(elevated ? kElevationTool : kShell, arguments);
         if (!finished) return scriptFailure(finished.error().localizedDescription(), kAppleScriptGeneralErrorNumber);
         return outcome(finished.value(), elevated);
     }

@@ -1,7 +1,7 @@
-// The AppleScript runner on Linux: runs `do shell script` sources (see apple_script_source.h)
+// The AppleScript runner on Linux: runs `do shell script` sources (see apple_script/script_source.h)
 // with /bin/sh.
 //
-// The command runs as `/bin/sh -c COMMAND` as a child process (see platform/posix/child_processes.h); its
+// The command runs as `/bin/sh -c COMMAND` as a child process (see child_processes.h); its
 // standard output is not used (nobody uses a script's result). "with administrator privileges" runs it as root:
 // directly when the installer already is root, otherwise through `pkexec /bin/sh -c COMMAND`,
 // which asks for the administrator password. Without that clause it runs as this user.

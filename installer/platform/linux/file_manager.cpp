@@ -2,9 +2,9 @@
 
 #include <sys/stat.h>
 
-#include "platform/linux/file_tree.h"
+#include "platform/linux/file_manager/file_tree.h"
 #include "platform/posix/item_lock.h"
-#include "platform/posix/tree_removal.h"
+#include "platform/linux/file_manager/tree_removal.h"
 
 namespace platform::linux_backend {
 
@@ -13,7 +13,7 @@ bool LinuxFileManager::fileExistsAtPath(const std::string& path) {
     return stat(path.c_str(), &status) == 0;
 }
 
-Expected<void, Error> LinuxFileManager::removeItem(const FileURL& url) { return posix::removeTree(url.path()); }
+Expected<void, Error> LinuxFileManager::removeItem(const FileURL& url) { return removeTree(url.path()); }
 
 Expected<void, Error> LinuxFileManager::copyItem(const FileURL& from, const FileURL& to) {
     return copyTree(from.path(), to.path());

@@ -1,7 +1,7 @@
 #include <unistd.h>
 
-#include "platform/linux/proc_entries.h"
-#include "platform/linux/running_application.h"
+#include "platform/linux/workspace/proc_entries.h"
+#include "platform/linux/workspace/running_application.h"
 #include "platform/linux/workspace.h"
 
 namespace platform::linux_backend {

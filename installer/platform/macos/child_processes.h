@@ -6,7 +6,7 @@
 // for the main thread: waiting for the child runs the calling thread's run loop.
 #pragma once
 
-#include "platform/child_process.h"
+#include "platform/child_processes.h"
 
 namespace platform::macos {
 

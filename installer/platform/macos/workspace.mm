@@ -4,7 +4,7 @@
 
 #include "platform/macos/ns_error.h"
 #include "platform/macos/ns_string.h"
-#include "platform/macos/running_application.h"
+#include "platform/macos/workspace/running_application.h"
 
 namespace platform::macos {
 namespace {

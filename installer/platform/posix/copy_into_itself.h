@@ -1,5 +1,5 @@
-// Telling a copy that would write into its own source, before anything is written. Plain POSIX,
-// shared by both backends' file managers and by the project's ditto.
+// Telling a copy that would write into its own source, before anything is written: both backends'
+// file managers and the project's ditto ask it.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// Signals by process identifier with kill(2). Shared by both backends.
+// Signals by process identifier with kill(2): both backends' signal service.
 #pragma once
 
 #include "platform/process_signals.h"

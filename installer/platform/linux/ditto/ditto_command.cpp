@@ -5,7 +5,7 @@
 #include <cerrno>
 
 #include "platform/linux/bundle_layout.h"
-#include "platform/linux/file_tree.h"
+#include "platform/linux/file_manager/file_tree.h"
 #include "platform/posix/copy_into_itself.h"
 
 namespace platform::linux_backend {

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-#include "platform/macos/ui/application_delegate_bridge.h"
+#include "platform/macos/ui/application/delegate_bridge.h"
 #include "platform/macos/ui/image_view.h"
 
 namespace platform::macos {

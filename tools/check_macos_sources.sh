@@ -4,9 +4,12 @@
 # declarations of the macOS 12 API in tools/macos-api. The C and C++ standard libraries are this
 # machine's (glibc's and libstdc++'s) headers, which need only to declare the same functions.
 #   bash tools/check_macos_sources.sh [-DNAME[=VALUE] | -IFOLDER ...] [FILE.mm ...]
+#   bash tools/check_macos_sources.sh --print-flags [-DNAME[=VALUE] | -IFOLDER ...]
 # Without files it checks every .mm under installer/ and kelvo/. Prints one line per file, then the
 # compiler's diagnostics for each file that fails. Exits 1 when any file fails, or when there is no
-# file to check at all, so that it never passes on nothing.
+# file to check at all, so that it never passes on nothing. With --print-flags it checks nothing and
+# prints the compiler's flags, one a line, for tools that must read the sources exactly as checked
+# (tests/macos_api/backend_calls.py).
 set -euo pipefail
 root="$(cd "$(dirname "$0")/.." && pwd)"
 
@@ -25,12 +28,18 @@ flags=(
 for folder in "${standard_headers[@]}"; do flags+=(-isystem "$folder"); done
 flags+=(-I "$root/installer")
 files=()
+print_flags=0
 for argument in "$@"; do
   case "$argument" in
+    --print-flags) print_flags=1 ;;
     -D* | -I*) flags+=("$argument") ;;
     *) files+=("$argument") ;;
   esac
 done
+if [ "$print_flags" -eq 1 ]; then
+  printf '%s\n' "${flags[@]}"
+  exit 0
+fi
 if [ "${#files[@]}" -eq 0 ]; then
   mapfile -t files < <(cd "$root" && find installer kelvo -name '*.mm' 2>/dev/null | sort)
   cd "$root"

@@ -77,7 +77,7 @@ PLANTS = [
      "[made setActivates:configuration.activates];",
      ["missing: NSWorkspaceOpenConfiguration setActivates: (in workspace.mm)"]),
     # A delegate method whose selector is right only in a comment: AppKit would never call it.
-    ("application_delegate_bridge.mm",
+    ("delegate_bridge.mm",
      "- (void)applicationDidFinishLaunching:",
      "// - (void)applicationDidFinishLaunching:\n- (void)applicationDidFinishLaunch:",
      [f"missing: NSApplicationDelegate applicationDidFinishLaunching: ({ANYWHERE})"]),

@@ -6,15 +6,15 @@
 #include <signal.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <functional>
-#include <sstream>
 
 #include "engine/installer.h"
 #include "support/command.h"
 #include "support/isolation.h"
 #include "support/payload_bundle.h"
+#include "support/signal_state.h"
 
 namespace {
 
@@ -22,28 +22,11 @@ using namespace testing_support;
 
 const std::string kStandInKelvo = buildFolder() + "/kelvo/Kelvo.app/Contents/MacOS/Kelvo";
 
-// Waits up to two seconds for `ready`.
-void waitUntil(const std::function<bool()>& ready) {
-    for (int tries = 0; tries < 1000 && !ready(); ++tries) usleep(2000);
-}
-
-// Starts `program` with `arguments` (shell words) in the background; its process id, once it runs
-// the program.
-pid_t start(const std::string& program, const std::string& arguments = "") {
-    pid_t pid = std::stoi(runCommand(shellWord(program) + " " + arguments + " >/dev/null 2>&1 & echo $!").output);
-    std::error_code notYet;
-    waitUntil([&] { return std::filesystem::equivalent("/proc/" + std::to_string(pid) + "/exe", program, notYet); });
-    return pid;
-}
-
 // Whether the stand-in Kelvo `pid` has set up its handling of SIGTERM (blocked or ignored).
 bool takesSigterm(pid_t pid) {
-    std::istringstream status(readFile("/proc/" + std::to_string(pid) + "/status"));
-    for (std::string line; std::getline(status, line);) {
-        bool mask = line.starts_with("SigBlk:\t") || line.starts_with("SigIgn:\t");
-        if (mask && (std::stoull(line.substr(8), nullptr, 16) >> (SIGTERM - 1)) & 1) return true;
-    }
-    return false;
+    std::string signals = blockedAndIgnoredSignals(pid) + " ";
+    std::replace(signals.begin(), signals.end(), ',', ' ');
+    return signals.find(" " + std::to_string(SIGTERM) + " ") != std::string::npos;
 }
 
 class RunningCopies : public testing::Test {
@@ -70,7 +53,7 @@ TEST_F(RunningCopies, AnInstallAsksThemToQuitThenForcesThem) {
         {"a program named Kelvo in no bundle", folder / "Kelvo", "1000", 0, 1.5},
     };
     for (const auto& row : rows) {
-        pid_t kelvo = start(row.program, row.arguments);
+        pid_t kelvo = startInBackground(row.program, row.arguments);
         if (row.program == kStandInKelvo) waitUntil([kelvo] { return takesSigterm(kelvo); });
         auto begin = std::chrono::steady_clock::now();
         auto result = engine::Installer({"installer", "--dest", folder.path()}).install();

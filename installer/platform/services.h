@@ -12,6 +12,7 @@
 #include "platform/dispatch.h"
 #include "platform/file_manager.h"
 #include "platform/main_bundle.h"
+#include "platform/no_destructor.h"
 #include "platform/process_info.h"
 #include "platform/process_signals.h"
 #include "platform/workspace.h"
@@ -31,8 +32,28 @@ struct ServiceTable {
     Dispatch* dispatch = nullptr;
 };
 
-// The backend's own services, every entry given. Defined by the backend linked into the program.
+// The backend's own services, every entry given. Defined by the backend linked into the program,
+// with backendServicesOf.
 ServiceTable makeBackendServices();
+
+// The table of one object of each of these classes, made on the first call and never destroyed
+// (see platform/no_destructor.h): what makeBackendServices answers.
+template <class ProcessInfoKind, class MainBundleKind, class FileManagerKind, class WorkspaceKind,
+          class ChildProcessesKind, class ProcessSignalsKind, class ClockKind, class AppleScriptKind,
+          class DispatchKind>
+ServiceTable backendServicesOf() {
+    static NoDestructor<ProcessInfoKind> processInfo;
+    static NoDestructor<MainBundleKind> mainBundle;
+    static NoDestructor<FileManagerKind> fileManager;
+    static NoDestructor<WorkspaceKind> workspace;
+    static NoDestructor<ChildProcessesKind> childProcesses;
+    static NoDestructor<ProcessSignalsKind> processSignals;
+    static NoDestructor<ClockKind> clock;
+    static NoDestructor<AppleScriptKind> appleScript;
+    static NoDestructor<DispatchKind> dispatch;
+    return {processInfo.get(),    mainBundle.get(), fileManager.get(), workspace.get(), childProcesses.get(),
+            processSignals.get(), clock.get(),      appleScript.get(), dispatch.get()};
+}
 
 ProcessInfo& processInfo();
 MainBundle& mainBundle();

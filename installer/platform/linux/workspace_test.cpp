@@ -27,20 +27,6 @@ using namespace std::chrono_literals;
 
 const std::string kStandInKelvo = buildFolder() + "/kelvo/Kelvo.app/Contents/MacOS/Kelvo";
 
-// Waits up to two seconds for `ready`.
-void waitUntil(const std::function<bool()>& ready) {
-    for (int tries = 0; tries < 1000 && !ready(); ++tries) usleep(2000);
-}
-
-// Starts `program` with `arguments` (shell words) in the background; its process id, once it runs
-// the program.
-pid_t start(const std::string& program, const std::string& arguments = "") {
-    pid_t pid = std::stoi(runCommand(shellWord(program) + " " + arguments + " >/dev/null 2>&1 & echo $!").output);
-    std::error_code notYet;
-    waitUntil([&] { return std::filesystem::equivalent("/proc/" + std::to_string(pid) + "/exe", program, notYet); });
-    return pid;
-}
-
 
 class RunningApplications : public testing::Test {
 protected:
@@ -57,8 +43,8 @@ TEST_F(RunningApplications, TheScanListsTheBundleCopiesAndNothingElse) {
     std::string infoPlist = shellWord(folder / "Copy.app/Contents/Info.plist");
     ASSERT_EQ(runCommand("plistutil -f bin -i " + infoPlist + " -o " + infoPlist).exitStatus, 0) << "a binary Info.plist";
     std::filesystem::copy_file("/bin/sleep", folder / "Kelvo");
-    pid_t first = start(kStandInKelvo), second = start(folder / "Copy.app/Contents/MacOS/Kelvo");
-    pid_t plain = start(folder / "Kelvo", "1000");
+    pid_t first = startInBackground(kStandInKelvo), second = startInBackground(folder / "Copy.app/Contents/MacOS/Kelvo");
+    pid_t plain = startInBackground(folder / "Kelvo", "1000");
 
     std::set<pid_t> bundled;
     for (const auto& application : platform::workspace().runningApplications()) {
@@ -74,7 +60,7 @@ TEST_F(RunningApplications, AnApplicationOnAStalledMountHoldsTheScanUpNoLonger) 
     std::string bundle = folder / "Other.app";
     std::filesystem::create_directories(bundle + "/Contents/MacOS");
     std::filesystem::copy_file("/bin/sleep", bundle + "/Contents/MacOS/other");
-    pid_t other = start(bundle + "/Contents/MacOS/other", "1000");
+    pid_t other = startInBackground(bundle + "/Contents/MacOS/other", "1000");
     // A FUSE file system whose server never answers, as a network mount whose server went away.
     int server = open("/dev/fuse", O_RDWR | O_CLOEXEC);
     std::string options = "fd=" + std::to_string(server) + ",rootmode=40000,user_id=0,group_id=0";

@@ -55,7 +55,7 @@ TEST(RunningInstances, MergesTheApplicationListAndPgrepWithoutTheInstallerItself
         {"failure", {app(55, id, kelvo)}, tool(2, "12\n", "   pgrep: invalid user name: x\n"),
          kLead + "pgrep: invalid user name: x"},
         {"failure, silent", {}, tool(2, "", " \t\r\n\xE2\x80\xA8"), kLead + "The process check failed."},
-        {"failure, several lines", {}, tool(3, "", "\nfirst\r\nsecond \xFF\n"), kLead + "first\r\nsecond \uFFFD"},
+        {"failure, several lines", {}, tool(3, "", "\nfirst\r\nsecond \xFF\xE2\x80\n"), kLead + "first\r\nsecond \uFFFD\uFFFD"},
         {"cannot start", {app(55, id, kelvo)}, ScriptedSystem::ToolAnswer::failure(platform::Error("No pgrep.")),
          kLead + "No pgrep."},
     };

@@ -7,7 +7,6 @@ namespace {
 
 using namespace testing_support;
 
-const std::string kCopying = "Copying Kelvo to your Applications folder\u2026";
 const std::string kLaunching = "Launching Kelvo\u2026 It will eject this installer disk for you.";
 const std::string kOpen = "open /Applications/Kelvo.app [--eject-installer-volume /Volumes/Kelvo] activated";
 const std::string kStarted = "bar start, window shown, activated, background";

@@ -16,7 +16,6 @@ struct AppRun {
     void start(const std::vector<std::string>& arguments = {}) {
         system.commandLine.insert(system.commandLine.end(), arguments.begin(), arguments.end());
         delegate = std::make_shared<installer_app::InstallerAppDelegate>();
-        toolkit.setDelegate(delegate.get());
         delegate->applicationDidFinishLaunching();
     }
     // install() runs in the background and hands its outcome to the main queue.

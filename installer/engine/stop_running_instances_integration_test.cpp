@@ -6,7 +6,6 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <chrono>
 #include <filesystem>
 
@@ -24,9 +23,8 @@ const std::string kStandInKelvo = buildFolder() + "/kelvo/Kelvo.app/Contents/Mac
 
 // Whether the stand-in Kelvo `pid` has set up its handling of SIGTERM (blocked or ignored).
 bool takesSigterm(pid_t pid) {
-    std::string signals = blockedAndIgnoredSignals(pid) + " ";
-    std::replace(signals.begin(), signals.end(), ',', ' ');
-    return signals.find(" " + std::to_string(SIGTERM) + " ") != std::string::npos;
+    SignalState state = signalStateOf(pid);
+    return state.blocked.contains(SIGTERM) || state.ignored.contains(SIGTERM);
 }
 
 class RunningCopies : public testing::Test {

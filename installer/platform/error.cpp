@@ -21,14 +21,18 @@ std::string LocalizedError::localizedDescription() const {
 Error::Error(std::string description, Info info) : description_(std::move(description)), info_(std::move(info)) {}
 
 Error Error::fromErrorNumber(int number) {
-    char buffer[256] = {};
-    Error error(textOf(strerror_r(number, buffer, sizeof buffer), buffer));
+    Error error(errorNumberText(number));
     error.errorNumber_ = number;
     return error;
 }
 
 Expected<void, Error> errorNumberFailure(int number) {
     return Expected<void, Error>::failure(Error::fromErrorNumber(number));
+}
+
+std::string errorNumberText(int number) {
+    char buffer[256] = {};
+    return textOf(strerror_r(number, buffer, sizeof buffer), buffer);
 }
 
 std::string quoted(const std::string& name) { return "\u201C" + name + "\u201D"; }

@@ -61,6 +61,9 @@ private:
 // The failure of a C library call that set the error number `number` (see Error::fromErrorNumber).
 Expected<void, Error> errorNumberFailure(int number);
 
+// The system's sentence for the error number `number`, without a full stop: "No space left on device".
+std::string errorNumberText(int number);
+
 // `name` the way every message shows a name: between typographic quotes, as in “Kelvo.app”.
 std::string quoted(const std::string& name);
 

@@ -27,31 +27,35 @@ NohupLikeSignals::~NohupLikeSignals() {
 
 namespace {
 
-// " 1 13" for the mask "…0000000000001001" (bit n - 1 stands for signal n).
-std::string standardSignalsIn(const std::string& mask) {
+// The signals 1 to 31 of the mask "…0000000000001001" (bit n - 1 stands for signal n).
+std::set<int> standardSignalsIn(const std::string& mask) {
     unsigned long long bits = std::stoull(mask, nullptr, 16);
-    std::string numbers;
+    std::set<int> signals;
     for (int signal = 1; signal < 32; ++signal) {
-        if (bits & (1ull << (signal - 1))) numbers += " " + std::to_string(signal);
+        if (bits & (1ull << (signal - 1))) signals.insert(signal);
     }
-    return numbers;
+    return signals;
 }
 
 }  // namespace
 
-std::string blockedAndIgnoredSignals(pid_t pid) {
-    return blockedAndIgnoredSignalsIn(readFile("/proc/" + std::to_string(pid) + "/status"));
+void PrintTo(const SignalState& state, std::ostream* out) {
+    *out << "blocked";
+    for (int signal : state.blocked) *out << " " << signal;
+    *out << ", ignored";
+    for (int signal : state.ignored) *out << " " << signal;
 }
 
-std::string blockedAndIgnoredSignalsIn(const std::string& statusText) {
+SignalState signalStateOf(pid_t pid) { return signalStateIn(readFile("/proc/" + std::to_string(pid) + "/status")); }
+
+SignalState signalStateIn(const std::string& statusText) {
     std::istringstream status(statusText);
-    std::string blocked, ignored;
+    SignalState state;
     for (std::string line; std::getline(status, line);) {
-        if (line.starts_with("SigBlk:\t")) blocked = standardSignalsIn(line.substr(8));
-        if (line.starts_with("SigIgn:\t")) ignored = standardSignalsIn(line.substr(8));
+        if (line.starts_with("SigBlk:\t")) state.blocked = standardSignalsIn(line.substr(8));
+        if (line.starts_with("SigIgn:\t")) state.ignored = standardSignalsIn(line.substr(8));
     }
-    if (blocked.empty() && ignored.empty()) return "";
-    return "blocked" + blocked + ", ignored" + ignored;
+    return state;
 }
 
 }  // namespace testing_support

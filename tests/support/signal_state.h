@@ -5,8 +5,9 @@
 #include <signal.h>
 #include <sys/types.h>
 
+#include <ostream>
+#include <set>
 #include <string>
-#include <string_view>
 
 namespace testing_support {
 
@@ -24,11 +25,18 @@ private:
     sigset_t mask_;
 };
 
-// The standard signals (1 to 31) that process `pid` blocks or ignores, by number, as /proc reports
-// them: "blocked 10, ignored 1 13". Empty when there are none. (glibc's posix_spawn leaves the two
-// real-time signals it keeps for itself ignored in every child; those are left out.)
-std::string blockedAndIgnoredSignals(pid_t pid);
+// The standard signals (1 to 31) a process blocks and ignores, by number, as /proc reports them.
+// (glibc's posix_spawn leaves the two real-time signals it keeps for itself ignored in every child;
+// those are left out.)
+struct SignalState {
+    std::set<int> blocked, ignored;
+
+    bool operator==(const SignalState&) const = default;
+    friend void PrintTo(const SignalState& state, std::ostream* out);
+};
+
+SignalState signalStateOf(pid_t pid);
 // The same, from the text of a /proc/<pid>/status file.
-std::string blockedAndIgnoredSignalsIn(const std::string& status);
+SignalState signalStateIn(const std::string& status);
 
 }  // namespace testing_support

@@ -23,7 +23,7 @@ constexpr int kFirstUninheritedDescriptor = 3;
 
 Error startFailure(const std::string& executable, int error) {
     return Error("The program " + quoted(executable) + " could not be started: " +
-                 Error::fromErrorNumber(error).localizedDescription() + ".");
+                 errorNumberText(error) + ".");
 }
 
 // A pipe whose two ends close themselves on exec; the child gets its write end through dup2,

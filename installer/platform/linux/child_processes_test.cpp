@@ -53,7 +53,7 @@ TEST(ChildProcesses, TheChildHandlesEverySignalTheDefaultWay) {
     testing_support::NohupLikeSignals nohup;
     auto result = LinuxChildProcesses().run("/bin/cat", {"/proc/self/status"});
     ASSERT_TRUE(result);
-    EXPECT_EQ(testing_support::blockedAndIgnoredSignalsIn(result.value().standardOutput), "");
+    EXPECT_EQ(testing_support::signalStateIn(result.value().standardOutput), testing_support::SignalState{});
 }
 
 TEST(ChildProcesses, AProgramThatCannotStartIsNamedWithTheReason) {

@@ -12,12 +12,6 @@
 namespace platform::macos {
 namespace {
 
-// The file URL of `url`; nil when its path is not UTF-8, as no macOS file name is.
-NSURL* _Nullable toNSURL(const FileURL& url) {
-    NSString* path = toNSStringIfUTF8(url.path());
-    return path != nil ? [NSURL fileURLWithPath:path] : nil;
-}
-
 using Result = Expected<void, Error>;
 
 Result notUTF8(const FileURL& url) {
@@ -40,7 +34,7 @@ bool MacFileManager::fileExistsAtPath(const std::string& path) {
 
 Result MacFileManager::removeItem(const FileURL& url) {
     @autoreleasepool {
-        NSURL* item = toNSURL(url);
+        NSURL* item = fileURLIfUTF8(url.path());
         if (item == nil) return notUTF8(url);
         NSError* error = nil;
         if ([NSFileManager.defaultManager removeItemAtURL:item error:&error]) return {};
@@ -52,9 +46,9 @@ Result MacFileManager::copyItem(const FileURL& from, const FileURL& to) {
     // Foundation would start writing a folder into itself; refuse before anything is written.
     if (Result allowed = posix::ensureNotIntoItself(from.path(), to.path()); !allowed) return allowed;
     @autoreleasepool {
-        NSURL* source = toNSURL(from);
+        NSURL* source = fileURLIfUTF8(from.path());
         if (source == nil) return notUTF8(from);
-        NSURL* destination = toNSURL(to);
+        NSURL* destination = fileURLIfUTF8(to.path());
         if (destination == nil) return notUTF8(to);
         NSError* error = nil;
         if ([NSFileManager.defaultManager copyItemAtURL:source toURL:destination error:&error]) {

@@ -10,9 +10,11 @@
 #ifdef __OBJC__
 @class NSArray<ObjectType>;
 @class NSString;
+@class NSURL;
 #else
 class NSArray;
 class NSString;
+class NSURL;
 #endif
 
 namespace platform::macos {
@@ -30,6 +32,9 @@ NSString* toNSString(const std::string& bytes);
 // `bytes` as an NSString, or nil when the bytes are not UTF-8: for paths and commands, where a
 // repaired text would name something other than what was asked for.
 NSString* toNSStringIfUTF8(const std::string& bytes);
+
+// The file URL of the path `bytes`; nil when the path is not UTF-8, as no macOS file name is.
+NSURL* fileURLIfUTF8(const std::string& bytes);
 
 // `string` as UTF-8 bytes; nil gives the empty string. An unpaired surrogate, which UTF-8 cannot
 // carry, is replaced as Foundation's lossy conversion does.

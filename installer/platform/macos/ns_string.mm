@@ -10,6 +10,11 @@ NSString* toNSStringIfUTF8(const std::string& bytes) {
     return [[NSString alloc] initWithBytes:bytes.data() length:bytes.size() encoding:NSUTF8StringEncoding];
 }
 
+NSURL* fileURLIfUTF8(const std::string& bytes) {
+    NSString* path = toNSStringIfUTF8(bytes);
+    return path != nil ? [NSURL fileURLWithPath:path] : nil;
+}
+
 NSString* toNSString(const std::string& bytes) {
     if (NSString* string = toNSStringIfUTF8(bytes)) return string;
     NSString* repaired = toNSStringIfUTF8(utf8::encode(utf8::decode(bytes)));

@@ -90,13 +90,13 @@ Result lockItemAt(const std::string& path) {
     if (!location) return noLock(path, "no folder on its path can be found");
     std::string lockFile = lockFilePath(*location);
     Descriptor file(openLockFile(lockFile));
-    if (file.get() < 0) return noLock(path, Error::fromErrorNumber(errno).localizedDescription());
+    if (file.get() < 0) return noLock(path, errorNumberText(errno));
     struct stat status{};
     if (fstat(file.get(), &status) != 0 || !S_ISREG(status.st_mode)) {
         return noLock(path, quoted(lockFile) + " is not a plain file");
     }
     while (flock(file.get(), LOCK_EX) != 0) {
-        if (errno != EINTR) return noLock(path, Error::fromErrorNumber(errno).localizedDescription());
+        if (errno != EINTR) return noLock(path, errorNumberText(errno));
     }
     return Result(std::make_unique<FlockedFile>(std::move(file)));
 }

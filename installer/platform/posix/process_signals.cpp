@@ -7,9 +7,9 @@
 namespace platform::posix {
 
 Expected<void, Error> PosixProcessSignals::kill(std::int32_t pid, int signal) {
-    if (pid <= 0) return Expected<void, Error>::failure(Error::fromErrorNumber(ESRCH));
+    if (pid <= 0) return errorNumberFailure(ESRCH);
     if (::kill(static_cast<pid_t>(pid), signal) == 0) return {};
-    return Expected<void, Error>::failure(Error::fromErrorNumber(errno));
+    return errorNumberFailure(errno);
 }
 
 }  // namespace platform::posix

@@ -90,7 +90,6 @@ public:
     explicit ScriptedToolkit(ScriptedSystem& system) : system_(system) {}
 
     const std::shared_ptr<ui::Image> icon = std::make_shared<ui::Image>();
-    ui::ApplicationDelegate* delegate = nullptr;
     // The window: how it was made (content rectangle, style mask, backing, defer), then what it was
     // told (its title, "kept" or "released when closed", "centered"), and its content.
     std::string window;
@@ -116,7 +115,7 @@ public:
     std::shared_ptr<ui::Alert> makeAlert() override { return std::shared_ptr<ui::Alert>(this, [](auto*) {}); }
 
     void setActivationPolicy(ui::ActivationPolicy) override {}
-    void setDelegate(ui::ApplicationDelegate* value) override { delegate = value; }
+    void setDelegate(ui::ApplicationDelegate*) override {}
     void run() override {}
     void terminate() override { noteOnMainThread(system_, "terminate"); }
     void activateIgnoringOtherApps(bool value) override {

@@ -17,7 +17,7 @@ using Result = Expected<void, Error>;
 
 Result cannotCreate(const std::string& path, int error) {
     return Result::failure(Error("Could not create the folder " + quoted(path) + ": " +
-                                 Error::fromErrorNumber(error).localizedDescription() + "."));
+                                 errorNumberText(error) + "."));
 }
 
 Result makeFolders(const std::string& path) {
@@ -43,7 +43,7 @@ Result dittoCopy(const std::string& source, const std::string& destination) {
     struct stat from{};
     if (lstat(source.c_str(), &from) != 0) {
         return Result::failure(Error("Could not read " + quoted(source) + ": " +
-                                     Error::fromErrorNumber(errno).localizedDescription() + "."));
+                                     errorNumberText(errno) + "."));
     }
     struct stat to{};
     bool destinationIsFolder = stat(destination.c_str(), &to) == 0 && S_ISDIR(to.st_mode);

@@ -43,7 +43,7 @@ public:
     Result run(const std::string& from, const std::string& to) {
         struct stat status{};
         if (lstat(from.c_str(), &status) != 0) {
-            return Result::failure(copyError(from, to, Error::fromErrorNumber(errno).localizedDescription()));
+            return Result::failure(copyError(from, to, errorNumberText(errno)));
         }
         if (Result allowed = posix::ensureNotIntoItself(from, to); !allowed) return allowed;
         copyItem(from, to, S_ISREG(status.st_mode) ? DT_REG : DT_UNKNOWN);
@@ -68,7 +68,7 @@ private:
         failed_ = true;
     }
     void fail(const std::string& from, const std::string& to, int error) {
-        fail(from, to, Error::fromErrorNumber(error).localizedDescription());
+        fail(from, to, errorNumberText(error));
     }
     void fail(const std::string& from, const std::string& to, const Result& failure) {
         fail(from, to, failure.error().localizedDescription());

@@ -31,7 +31,7 @@ Result removeError(const std::string& path, const std::string& reason) {
     return Result::failure(Error("Could not remove " + quoted(path) + ": " + reason + "."));
 }
 Result removeError(const std::string& path, int error) {
-    return removeError(path, Error::fromErrorNumber(error).localizedDescription());
+    return removeError(path, errorNumberText(error));
 }
 
 bool isDenied(int error) { return error == EACCES || error == EPERM; }

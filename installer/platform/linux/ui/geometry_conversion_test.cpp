@@ -1,10 +1,7 @@
-// Frames counted up from the bottom-left corner, as AppKit counts, turned into Qt's from the top,
-// and the title bar a style mask asks for.
+// Frames counted up from the bottom-left corner, as AppKit counts, turned into Qt's from the top.
 #include "platform/linux/ui/geometry_conversion.h"
 
 #include <gtest/gtest.h>
-
-#include "platform/ui/window.h"
 
 namespace {
 
@@ -23,13 +20,6 @@ TEST(GeometryConversion, FramesAreFlippedAgainstTheirParentsHeight) {
         {{10.4, 10.6, 20.5, 19.5}, 100, QRect(10, 70, 21, 20)},  // rounded to whole points
     };
     for (const auto& row : rows) EXPECT_EQ(qtRectInParent(row.frame, row.parentHeight), row.qt) << row.frame.y;
-}
-
-TEST(GeometryConversion, TheTitleBarHasTheButtonsTheStyleMaskAsksForAndNoOther) {
-    const Qt::WindowFlags base = Qt::Window | Qt::CustomizeWindowHint;
-    EXPECT_EQ(windowFlagsForStyleMask(WindowStyleMaskTitled | WindowStyleMaskClosable),
-              base | Qt::WindowTitleHint | Qt::WindowCloseButtonHint);
-    EXPECT_EQ(windowFlagsForStyleMask(WindowStyleMaskTitled), base | Qt::WindowTitleHint);
 }
 
 }  // namespace

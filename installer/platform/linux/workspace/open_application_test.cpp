@@ -55,7 +55,7 @@ TEST(OpenApplication, TheStartedAppGetsTheStandardStreamsAndDefaultSignalHandlin
     ASSERT_NE(pid, "") << "the app did not start";
     pid_t app = std::stoi(pid);
     EXPECT_EQ(runCommand("ls /proc/" + std::to_string(app) + "/fd").output, "0\n1\n2\n");
-    EXPECT_EQ(blockedAndIgnoredSignals(app), "");
+    EXPECT_EQ(signalStateOf(app), SignalState{});
     kill(app, SIGKILL);
 }
 

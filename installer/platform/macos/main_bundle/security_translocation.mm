@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* kSecurityFramework = "/System/Library/Frameworks/Security.framework/Security";
 
-// Security framework's SecTranslocateIsTranslocatedURL and SecTranslocateCreateOriginalPathForURL
+// The Security framework's SecTranslocateIsTranslocatedURL and SecTranslocateCreateOriginalPathForURL
 // (macOS 10.12 and later), by their documented behaviour: both take an optional error out-argument
 // that follows the create rule.
 using IsTranslocatedFunction = Boolean (*)(CFURLRef path, bool* isTranslocated, CFErrorRef _Nullable* _Nullable error);
@@ -37,15 +37,10 @@ const Functions& functions() {
     return found;
 }
 
-NSURL* _Nullable fileURL(const std::string& path) {
-    NSString* text = toNSStringIfUTF8(path);
-    return text != nil ? [NSURL fileURLWithPath:text] : nil;
-}
-
 std::optional<bool> isTranslocated(const std::string& path) {
     @autoreleasepool {
-        NSURL* url = fileURL(path);
-        if (url == nil || functions().isTranslocated == nullptr) return std::nullopt;
+        NSURL* url = fileURLIfUTF8(path);
+        if (url == nil) return std::nullopt;
         bool translocated = false;
         if (!functions().isTranslocated((__bridge CFURLRef)url, &translocated, nullptr)) return std::nullopt;
         return translocated;
@@ -54,8 +49,8 @@ std::optional<bool> isTranslocated(const std::string& path) {
 
 std::optional<std::string> originalPath(const std::string& path) {
     @autoreleasepool {
-        NSURL* url = fileURL(path);
-        if (url == nil || functions().originalPath == nullptr) return std::nullopt;
+        NSURL* url = fileURLIfUTF8(path);
+        if (url == nil) return std::nullopt;
         NSURL* original = CFBridgingRelease(functions().originalPath((__bridge CFURLRef)url, nullptr));
         if (original.path == nil) return std::nullopt;
         return toStdString(original.path);

@@ -15,6 +15,7 @@
 
 #include "platform/linux/file_manager/copy_workers.h"
 #include "platform/linux/file_manager/file_contents.h"
+#include "platform/linux/file_manager/folder_entries.h"
 #include "platform/linux/file_manager/item_metadata.h"
 #include "platform/posix/copy_into_itself.h"
 #include "platform/posix/descriptor.h"
@@ -109,23 +110,15 @@ private:
         if (!kept && mkdir(to.c_str(), S_IRWXU) != 0) return fail(from, to, errno);
         folders_.push_back({from, to, status});
 
-        std::vector<std::pair<std::string, unsigned char>> entries;
-        int fd = open(from.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-        DIR* folder = fd >= 0 ? fdopendir(fd) : nullptr;
-        if (folder == nullptr) {
-            int error = errno;
-            if (fd >= 0) close(fd);
-            return fail(from, to, error);
+        FolderEntries entries;
+        {
+            // Closed before going deeper, so that a deep tree costs no descriptor per level.
+            Descriptor folder(open(from.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC));
+            if (folder.get() < 0) return fail(from, to, errno);
+            auto listed = folderEntries(folder.get());
+            if (!listed) return fail(from, to, listed.error().localizedDescription());
+            entries = std::move(listed).value();
         }
-        errno = 0;
-        while (dirent* entry = readdir(folder)) {
-            std::string_view name = entry->d_name;
-            if (name != "." && name != "..") entries.emplace_back(name, entry->d_type);
-        }
-        int readError = errno;
-        closedir(folder);
-        if (readError != 0) return fail(from, to, readError);
-
         for (const auto& [name, type] : entries) {
             if (failed()) return;
             copyItem(from + "/" + name, to + "/" + name, type);

@@ -10,9 +10,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <string_view>
 #include <vector>
 
+#include "platform/linux/file_manager/folder_entries.h"
 #include "platform/posix/descriptor.h"
 
 namespace platform::linux_backend {
@@ -22,8 +22,6 @@ using posix::Descriptor;
 
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 constexpr const char* kMoved = "it was moved while being removed";
-
-using Entries = std::vector<std::pair<std::string, unsigned char>>;
 
 using Result = Expected<void, Error>;
 
@@ -48,28 +46,6 @@ int openFolder(int parent, const char* name) {
         return -1;
     }
     return openat(parent, name, kFolderFlags);
-}
-
-std::optional<Entries> entriesOf(int folder) {
-    int copy = dup(folder);
-    DIR* listing = copy >= 0 ? fdopendir(copy) : nullptr;
-    if (listing == nullptr) {
-        if (copy >= 0) close(copy);
-        return std::nullopt;
-    }
-    Entries entries;
-    errno = 0;
-    while (dirent* entry = readdir(listing)) {
-        std::string_view name = entry->d_name;
-        if (name != "." && name != "..") entries.emplace_back(name, entry->d_type);
-    }
-    int error = errno;
-    closedir(listing);
-    if (error != 0) {
-        errno = error;
-        return std::nullopt;
-    }
-    return entries;
 }
 
 bool isSameFolder(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
@@ -101,7 +77,7 @@ private:
     struct Level {
         std::string name;  // in its parent; the whole path for the top
         struct stat status;
-        Entries left;
+        FolderEntries left;
     };
 
     std::string pathOf(const std::string& name) const {
@@ -121,9 +97,9 @@ private:
         Descriptor child(openFolder(parent, name.c_str()));
         struct stat status{};
         if (child.get() < 0 || fstat(child.get(), &status) != 0) return failure(name);
-        std::optional<Entries> entries = entriesOf(child.get());
-        if (!entries) return failure(name);
-        levels_.push_back({name, status, std::move(*entries)});
+        auto entries = folderEntries(child.get());
+        if (!entries) return removeError(pathOf(name), *entries.error().errorNumber());
+        levels_.push_back({name, status, std::move(entries).value()});
         folder_ = std::move(child);
         return {};
     }
